@@ -7,12 +7,16 @@
 #include <vector>
 
 #include "tests/tool/command_fixture.h"
+#include "tests/tool/expected_file.h"
 
 namespace vsa_tests {
 
 namespace {
 
 using HelpTest = CommandFixture;
+
+constexpr const char* COMMANDS[] = {"check", "convert", "diff",  "dump",  "explain", "extract",
+                                    "fmt",   "graph",   "merge", "stats", "tree",    "types"};
 
 /// Returns the arguments of the examples in a help text, without what follows them: explanations,
 /// pipes and redirections.
@@ -40,9 +44,17 @@ TEST_F(HelpTest, TheCommandHelpIsTheOptionHelp) {
   EXPECT_EQ(0, vsa("-V").status);
 }
 
+TEST_F(HelpTest, IsAsExpected) {
+  std::string printed = vsa("help").out;
+  for (const char* command : COMMANDS) {
+    printed +=
+        std::string("=== vsa help ") + command + '\n' + vsa(std::string("help ") + command).out;
+  }
+  expectContent(std::filesystem::path(VSA_TEST_DIR) / "tool/help.txt", printed);
+}
+
 TEST_F(HelpTest, EveryCommandHasExamplesAndExitStatuses) {
-  for (const char* command : {"check", "convert", "diff", "dump", "explain", "extract", "fmt",
-                              "graph", "merge", "stats", "tree", "types"}) {
+  for (const char* command : COMMANDS) {
     const std::string help = vsa(std::string("help ") + command).out;
     EXPECT_NE(std::string::npos, help.find(std::string("\nExamples:\n  vsa ") + command)) << help;
     EXPECT_NE(std::string::npos, help.find("\nExit status:\n  0  ")) << help;
@@ -53,8 +65,7 @@ TEST_F(HelpTest, EveryCommandHasExamplesAndExitStatuses) {
 
 TEST_F(HelpTest, TheExamplesAreRightUsage) {
   std::size_t count = 0;
-  for (const char* command : {"check", "convert", "diff", "dump", "explain", "extract", "fmt",
-                              "graph", "merge", "stats", "tree", "types"}) {
+  for (const char* command : COMMANDS) {
     for (const std::string& example : examplesOf(vsa(std::string("help ") + command).out)) {
       const CommandOutcome run = vsa(example + " </dev/null");
       EXPECT_EQ(std::string::npos, run.err.find("vsa --help shows the usage"))

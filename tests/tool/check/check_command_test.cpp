@@ -191,7 +191,7 @@ TEST_F(CheckCommandTest, FindingsBeyondThoseThatAreKeptAreInOrder) {
   EXPECT_LT(out.find("a.vsa:10001:"), out.rfind("a.vsa:2:"));
 }
 
-TEST_F(CheckCommandTest, ALargeFileIsCheckedWithoutItsTextInMemory) {
+TEST_F(CheckCommandTest, FindingsOfALargeFileHaveTheirLines) {
   std::string text = "lamp a: .k = 1;\n.k = 2.5;\n# ";
   text.append(70 << 20, 'x');
   write("a.vsa", text + "\n.k = 3.5;\n");

@@ -35,7 +35,20 @@ TEST(DigitRunsTest, SkipsListsOfShortNumbers) {
     EXPECT_FALSE((mayHaveLongRun<15, Points::None>(listWith("123456789012345", at)))) << at;
   }
 }
+
+TEST(DigitRunsTest, SkipsFractionsIfPointsDoNotCount) {
+  EXPECT_FALSE((mayHaveLongRun<15, Points::None>("(0.6000000238418579 0.4 0.25 1)")));
+  EXPECT_FALSE((mayHaveLongRun<15, Points::None>(listWith("0.12345678901234567", 20))));
+}
 #endif
+
+TEST(DigitRunsTest, FindsALongIntegerInAShortList) {
+  for (std::size_t at = 1; at < 40; ++at) {
+    const std::string list = listWith("1234567890123456", at).substr(0, at + 17);
+    EXPECT_TRUE((mayHaveLongRun<15, Points::None>(list))) << at;
+  }
+  EXPECT_TRUE((mayHaveLongRun<15, Points::None>("(0.6000000238418579 1234567890123456)")));
+}
 
 TEST(DigitRunsTest, AShortListMayHaveLongNumbers) {
   EXPECT_TRUE((mayHaveLongRun<9, Points::Allowed>("{1234567890}")));

@@ -10,6 +10,7 @@
 
 #include <vsa/read.h>
 #include <vsa/scene/node_type.h>
+#include "tests/tool/check/rows/row_texts.h"
 #include "tools/vsa/check/hints/similar_names.h"
 
 namespace vsa_tests {
@@ -85,6 +86,9 @@ constexpr HintRow ROWS[] = {
     {"m m: .k[ * ] = 1;", "write `[*]`", "m m: .k[*] = 1;"},
     {"m m: .k[] = 1;", "`[*]` to append"},
     {"lamp sun: .l = \"noon;\nlamp moon;\n", "close the string"},
+    {"lamp a: remove a; k = 1;", "write the node's name and a period"},
+    {"lamp a: remove b ; k = 1;", "write the node's name and a period"},
+    {"lamp a: .j = 1; k = 1;", "begins with a period", "lamp a: .j = 1; .k = 1;"},
     // More text after a value.
     {"lamp sun: .p = 2.5\n.q = 1;", "end the statement with `;`", "lamp sun: .p = 2.5;\n.q = 1;"},
     {"lamp sun: .p = 1,5;", "not a decimal point", "lamp sun: .p = 1.5;"},
@@ -376,5 +380,12 @@ TEST(SimilarNames, AreSureIfOneCharacterDiffersThatIsNoDigit) {
 }
 
 }  // namespace
+
+std::vector<std::string_view> hintTexts() {
+  declareHintedLamp();
+  std::vector<std::string_view> texts;
+  for (const HintRow& row : ROWS) texts.push_back(row.text);
+  return texts;
+}
 
 }  // namespace vsa_tests

@@ -11,7 +11,8 @@
 
 #include <vsa/read.h>
 #include "tests/support/text.h"
-#include "tests/tool/check/rule_rows.h"
+#include "tests/tool/check/rows/marked_text.h"
+#include "tests/tool/check/rows/rule_rows.h"
 #include "tools/vsa/check/fix/apply_edits.h"
 
 namespace vsa_tests {
@@ -22,35 +23,21 @@ using vsa_tools::Finding;
 using vsa_tools::Rule;
 using vsa_tools::RuleSet;
 
-constexpr std::string_view OPEN = "«";
-constexpr std::string_view CLOSE = "»";
-
-/// A text without its marks, and the range between the marks.
-struct Marked {
-  explicit Marked(std::string_view marked) : text(marked) {
-    begin = text.find(OPEN);
-    if (begin == std::string::npos) return;
-    text.erase(begin, OPEN.size());
-    end = text.find(CLOSE, begin);
-    text.erase(end, CLOSE.size());
-  }
-
-  std::string text;
-  std::size_t begin = 0, end = 0;
-};
-
-std::vector<Finding> findingsOf(std::string_view text, const std::string& rule) {
+std::vector<Finding> findingsOf(std::string_view text, const RuleSet& rules) {
   const vsa::ReadResult read = vsa::readText(text);
   std::vector<Finding> findings;
-  vsa_tools::runRules({.text = text, .scene = read.scene, .outcome = read},
-                      RuleSet([&](const Rule& row) { return row.id == rule; }),
+  vsa_tools::runRules({.text = text, .scene = read.scene, .outcome = read}, rules,
                       [&](Finding&& finding) { findings.push_back(std::move(finding)); });
   return findings;
 }
 
+std::vector<Finding> findingsOf(std::string_view text, const std::string& rule) {
+  return findingsOf(text, RuleSet([&](const Rule& row) { return row.id == rule; }));
+}
+
 TEST(Rules, FireWhereTheyShould) {
   for (const RuleRow& row : RULE_ROWS) {
-    const Marked marked(row.fires);
+    const MarkedText marked(row.fires);
     const std::vector<Finding> findings = findingsOf(marked.text, row.id);
     ASSERT_EQ(findings.size(), 1U) << row.id << "\n" << row.fires;
     const Finding& finding = findings.front();
@@ -152,6 +139,18 @@ TEST(Rules, NameTheKeywordThatMayBeMeant) {
   EXPECT_EQ(10U, edits[0].begin);
   EXPECT_EQ(14U, edits[0].end);
   EXPECT_EQ("with", edits[0].text);
+}
+
+TEST(Rules, ReportAWithThatEndsInASemicolonOnce) {
+  const RuleSet defaults([](const Rule& row) { return row.isDefault; });
+  const auto idsOf = [&](std::string_view text) {
+    std::string ids;
+    for (const Finding& finding : findingsOf(text, defaults)) ids += std::string(finding.id) + ' ';
+    return ids;
+  };
+  EXPECT_EQ(idsOf("lamp a: .p = 1;\nlamp b: .q = 1;\nwith a;\n.x = 2;\n.y = 3;\n"),
+            "redeclared-type ");
+  EXPECT_EQ(idsOf("lamp a: .p = 1;\nlamp c;\n.x = 2;\n.y = 3;\n"), "period-behind-semicolon ");
 }
 
 TEST(Rules, CountTheMissingElementsOfAnArray) {

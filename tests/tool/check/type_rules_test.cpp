@@ -8,6 +8,8 @@
 
 #include <vsa/read.h>
 #include <vsa/types.h>
+#include "tests/tool/check/rows/marked_text.h"
+#include "tests/tool/check/rows/row_texts.h"
 #include "tools/vsa/check/rules/rule.h"
 
 namespace vsa_tests {
@@ -79,11 +81,10 @@ constexpr TypeRow TYPE_ROWS[] = {
 };
 
 std::vector<Finding> typeFindings(std::string_view text, std::string_view id) {
-  const vsa::TypesResult types = vsa::readTypes(TYPES);
-  EXPECT_EQ(types.problem, "");
+  const std::vector<vsa::TypeDescription> types = ruleTypes();
   const vsa::ReadResult read = vsa::readText(text);
   std::vector<Finding> findings;
-  vsa_tools::runRules({.text = text, .scene = read.scene, .outcome = read, .types = types.types},
+  vsa_tools::runRules({.text = text, .scene = read.scene, .outcome = read, .types = types},
                       RuleSet([&](const Rule& rule) { return rule.id == id; }),
                       [&](Finding&& finding) { findings.push_back(std::move(finding)); });
   return findings;
@@ -91,16 +92,12 @@ std::vector<Finding> typeFindings(std::string_view text, std::string_view id) {
 
 TEST(TypeRules, FireWhereTheyShould) {
   for (const TypeRow& row : TYPE_ROWS) {
-    std::string text(row.fires);
-    const std::size_t begin = text.find("«");
-    text.erase(begin, std::string_view("«").size());
-    const std::size_t end = text.find("»");
-    text.erase(end, std::string_view("»").size());
-    const std::vector<Finding> findings = typeFindings(text, row.id);
+    const MarkedText marked(row.fires);
+    const std::vector<Finding> findings = typeFindings(marked.text, row.id);
     ASSERT_EQ(findings.size(), 1U) << row.id << ": " << row.fires;
     ASSERT_TRUE(findings[0].range) << row.fires;
-    EXPECT_EQ(findings[0].range->begin.offset, begin) << row.fires;
-    EXPECT_EQ(findings[0].range->end.offset, end) << row.fires;
+    EXPECT_EQ(findings[0].range->begin.offset, marked.begin) << row.fires;
+    EXPECT_EQ(findings[0].range->end.offset, marked.end) << row.fires;
     EXPECT_NE(findings[0].hint.find(row.hint), std::string::npos) << findings[0].hint;
   }
 }
@@ -123,5 +120,17 @@ TEST(TypeRules, AreAllTested) {
 }
 
 }  // namespace
+
+std::vector<vsa::TypeDescription> ruleTypes() {
+  const vsa::TypesResult types = vsa::readTypes(TYPES);
+  EXPECT_EQ(types.problem, "");
+  return types.types;
+}
+
+std::vector<RuleText> typeRuleTexts() {
+  std::vector<RuleText> texts;
+  for (const TypeRow& row : TYPE_ROWS) texts.push_back({row.id, MarkedText(row.fires).text});
+  return texts;
+}
 
 }  // namespace vsa_tests

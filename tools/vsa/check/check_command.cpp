@@ -13,7 +13,7 @@ namespace {
 constexpr char FOOTER[] =
     "Exit status:\n"
     "  0  nothing of level error was found; with --strict, no warning either\n"
-    "  1  something was found\n"
+    "  1  an error was found (with --strict: or a warning), or there are too many findings\n"
     "  2  wrong usage, a file that cannot be read, or output that cannot be written\n"
     "\n"
     "Examples:\n"

@@ -58,9 +58,11 @@ std::string counted(std::uint64_t number, const char* what) {
 }
 
 /// Reads the node types of --types. Throws std::runtime_error if the file cannot be read or is not
-/// a valid description of types.
+/// a valid description of types. After Ctrl-C, which may have ended the reading early, returns no
+/// types.
 std::vector<vsa::TypeDescription> readTypesFile(const std::string& path) {
   const CheckedText text(path, std::numeric_limits<std::uint64_t>::max());
+  if (isInterrupted()) return {};
   if (!text.problem().empty()) throw std::runtime_error(path + ": " + text.problem());
   vsa::TypesResult result = vsa::readTypes(text.text());
   if (!result.isValid()) {
@@ -80,6 +82,7 @@ CheckRun::CheckRun(const CheckOptions& options)
 
 int CheckRun::run() {
   if (!options_.typesFile.empty()) types_ = readTypesFile(options_.typesFile);
+  if (isInterrupted()) return EXIT_INTERRUPTED;
   if (!options_.baseline.empty()) known_ = Baseline::read(options_.baseline);
   const FileList list = listFiles(options_.files, options_.separator);
   if (options_.isFixing && std::ranges::find(list.files, "-") != list.files.end()) {
@@ -88,6 +91,9 @@ int CheckRun::run() {
   const std::vector<Item> all = items(list);
   if (all.size() > 1) keepFreedMemory();
   totals_.files = all.size();
+  // With several workers, the other processors check other files.
+  const bool isAlone = options_.workers <= 1 || totals_.files == 1;
+  hasIdleProcessor_ = isAlone && std::thread::hardware_concurrency() > 1;
   printer_.begin();
   printProblems(list);
   workInOrder(
@@ -116,7 +122,7 @@ std::vector<CheckRun::Item> CheckRun::items(const FileList& list) {
   return all;
 }
 
-// Prints the arguments that name no file, each like a file that cannot be read.
+// Prints the problems of the arguments, each like a file that cannot be read.
 void CheckRun::printProblems(const FileList& list) {
   const CheckedText none("");
   for (const FileListProblem& problem : list.problems) {
@@ -147,11 +153,7 @@ FileResult CheckRun::check(const Item& item, Turn& turn) {
       if (progress.bytesTotal) progress_.update(progress.bytesRead, *progress.bytesTotal);
     };
   }
-  // With several workers, the other processors check other files.
-  const bool isAlone = options_.workers <= 1 || totals_.files == 1;
-  if (isAlone && std::thread::hardware_concurrency() > 1) {
-    checkOptions.minConcurrentBytes = MIN_CONCURRENT_BYTES;
-  }
+  if (hasIdleProcessor_) checkOptions.minConcurrentBytes = MIN_CONCURRENT_BYTES;
   FileCheck* running = nullptr;
   const FileCheck::Consumer consumer = [&](Finding&& finding) {
     findings.add(std::move(finding), running->stopLine());
@@ -170,8 +172,9 @@ FileResult CheckRun::check(const Item& item, Turn& turn) {
   return result;
 }
 
-// Applies the edits of findings in rounds, until no finding has edits or the file cannot be
-// replaced.
+// Applies the edits of findings in rounds, until fixedOnce() returns no edits, but not more than
+// MAX_FIX_ROUNDS times. Ends earlier after Ctrl-C, or if the file cannot be read, is too large or
+// cannot be replaced.
 FixOutcome CheckRun::fix(const Item& item) {
   FixOutcome outcome;
   for (int round = 0; round < MAX_FIX_ROUNDS && !isInterrupted(); ++round) {

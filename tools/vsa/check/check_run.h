@@ -2,8 +2,9 @@
 //
 // Workers check the files: they select, sort and render the findings of FileCheck. CheckRun prints
 // the results in the order of the files. If a worker has too many findings to keep, it waits until
-// all earlier files are printed, and then prints its findings itself. With one worker, all this
-// happens on the calling thread.
+// all earlier files are printed, and then prints its findings itself. With one worker or one file,
+// all this happens on the calling thread, except that the rules about a large text may run on a
+// second one.
 #pragma once
 
 #include <memory>
@@ -37,7 +38,7 @@ struct FileResult {
 /// What --fix did to one file.
 struct FixOutcome {
   std::uint64_t fixed = 0;  ///< The number of findings whose edits are in the file.
-  std::string problem;      ///< Why the file cannot be replaced. Empty if it can.
+  std::string problem;      ///< Why the file could not be replaced. Empty without such a failure.
 };
 
 class CheckRun {
@@ -45,8 +46,8 @@ class CheckRun {
   explicit CheckRun(const CheckOptions& options);
 
   /// Checks all files and prints their findings. Returns the exit status. Throws std::runtime_error
-  /// if the configuration, the node types or the baseline cannot be read or is wrong, and if a file
-  /// or the new baseline cannot be written.
+  /// if the configuration, the node types or the baseline cannot be read or is wrong, if the new
+  /// baseline cannot be written, and if --fix is used with standard input.
   int run();
 
  private:
@@ -71,6 +72,9 @@ class CheckRun {
   std::vector<vsa::TypeDescription> types_;
   Baseline known_, found_;
   Totals totals_;
+  // Whether a second thread may check a part of a file. It is determined once, because the C
+  // library opens a file of the system each time.
+  bool hasIdleProcessor_ = false;
 };
 
 }  // namespace vsa_tools

@@ -31,13 +31,18 @@ std::uint64_t keyOf(const vsa::Diagnostic& found) {
          static_cast<std::uint64_t>(found.id);
 }
 
+// Returns whether a file that begins with `head` is compressed, or in another encoding.
+bool isNoText(std::string_view head) {
+  return foreignEncoding(head) != nullptr || compressorOf(head) != nullptr;
+}
+
 }  // namespace
 
 void FileCheck::run() {
   try {
     if (!text_.isOpen()) {
       consume(unreadable(text_.problem()));
-    } else if (text_.isKept() && foreignEncoding(text_.text().substr(0, HEAD_BYTES)) != nullptr) {
+    } else if (text_.isKept() && isNoText(text_.text().substr(0, HEAD_BYTES))) {
       // The text is not read, because all diagnostics would only follow from its wrong encoding.
       applyRules({}, {});
     } else {
@@ -90,7 +95,7 @@ void FileCheck::read() {
 
 void FileCheck::readOnAfter(const vsa::Diagnostic& stop) {
   stopLine_ = stop.range.begin.line;
-  // The text may not have been in memory before, and then moved when it was read into memory.
+  // If the text was not in memory before, it has been read into memory now.
   hints_.emplace(text_.text(), options_.types);
   std::sort(seen_.begin(), seen_.end());
   // readOn() may read the text several times. Each time, it may report a diagnostic again.
@@ -139,7 +144,7 @@ vsa::ReadOptions FileCheck::readOptions() const {
 }
 
 // Returns the finding of a diagnostic. It has no hint if only the reader's diagnostics are
-// findings, or if the file is large, because the text of a large file is not in memory.
+// findings, or if the text is not in memory, because it is large.
 Finding FileCheck::findingOf(const vsa::Diagnostic& diagnostic) {
   Finding finding = vsa_tools::findingOf(diagnostic, options_.reading);
   followUps_.add(diagnostic);

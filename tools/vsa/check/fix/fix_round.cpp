@@ -19,9 +19,10 @@ struct Fixable {
   std::uint64_t errors = 0;
 };
 
-/// Recognises findings after a mistake on the same line at which the reader stops. They may only
-/// follow from that mistake, as those about the words of "// comment; with two parts" do.
-class LineOfStop {
+/// Recognises findings after the place where the reader stops that are on the same line as the
+/// finding before. They may only follow from that finding, as those about the words of "// comment;
+/// with two parts" do.
+class SameLine {
  public:
   bool hasEarlier(const Finding& finding) {
     const std::uint64_t line = finding.range ? finding.range->begin.line : 0;
@@ -38,10 +39,10 @@ class LineOfStop {
 Fixable fixableIn(CheckedText& text, const FileCheckOptions& options, const LevelTable& levels) {
   Fixable found;
   const CommentIgnores ignores(text.text());
-  LineOfStop lineOfStop;
+  SameLine sameLine;
   const FileCheck::Consumer consumer = [&](Finding&& finding) {
     found.errors += finding.level == Level::Error ? 1 : 0;
-    const bool isFollowUp = lineOfStop.hasEarlier(finding);
+    const bool isFollowUp = sameLine.hasEarlier(finding);
     const bool isWanted =
         levels.levelOf(finding.id, finding.level).has_value() && !ignores.isIgnored(finding);
     if (!isWanted || finding.edits.empty()) return true;

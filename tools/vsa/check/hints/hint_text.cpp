@@ -16,8 +16,8 @@ namespace {
 
 constexpr std::string_view WHITE = " \t\r\n\v\f";
 
-// Returns whether the whole text is a number of the type `Number`. A period has digits on both of
-// its sides.
+// Returns whether the whole text is a number of the type `Number`. A period must have digits on
+// both of its sides.
 template <class Number>
 bool isNumberFor(std::string_view text) {
   Number number{};
@@ -54,7 +54,7 @@ void HintText::collect() {
     if (view.kind() == vsa::StatementKind::Comment) continue;
     if (view.kind() == vsa::StatementKind::Remove) generations_.remove(view.nodeKey);
     if (!view.hasPath()) {
-      nodes_.insert(view.node);
+      nodes_.insert(view.node());
       continue;
     }
     const vsa::StatementOutline& statement = view.statement;

@@ -16,6 +16,16 @@ bool isConstant(std::string_view word) {
   return lower == "true" || lower == "false" || lower == "null";
 }
 
+// Whether the statement before `offset` removes a node. That may be the node that is set.
+bool isBehindRemoval(HintText& text, std::uint64_t offset) {
+  const std::uint64_t end = text.endBefore(offset);
+  if (end == 0 || text.at(end - 1) != ';') return false;
+  const std::string_view name = nameBefore(text.text(), end - 1);
+  if (name.empty()) return false;
+  const auto begin = static_cast<std::uint64_t>(name.data() - text.text().data());
+  return loweredName(nameBefore(text.text(), begin)) == "remove";
+}
+
 // Adds a hint for a wrong word: the first word of a statement, or a word after its first tokens.
 void hintForWord(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::uint64_t next = text.beginBehind(range.end.offset);
@@ -26,14 +36,15 @@ void hintForWord(HintText& text, const vsa::TextRange& range, Finding& finding) 
     finding.hint = "a name has no blanks: write `" + std::string(before) + '_' + word + '`';
     return;
   }
-  if (isAssigned && !text.hasWithNodeBefore(range.begin.offset)) {
+  const std::uint64_t at = range.begin.offset;
+  if (isAssigned && (!text.hasWithNodeBefore(at) || isBehindRemoval(text, at))) {
     finding.hint =
         "write the node's name and a period before the input, such as `lamp." + word + '`';
     return;
   }
   if (isAssigned) {
     finding.hint = "an input of the node that is set begins with a period: write `." + word + '`';
-    insertAt(finding, range.begin.offset, ".");
+    insertAt(finding, at, ".");
     return;
   }
   finding.hint = "a declaration has a type and a name, such as `lamp " + word + ";`";

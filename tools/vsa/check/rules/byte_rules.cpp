@@ -2,35 +2,43 @@
 
 #include <utf8.h>
 #include <algorithm>
+#include <string>
+
+#include "tools/vsa/input/encoding.h"
 
 namespace vsa_tools {
 
 namespace {
 
 constexpr std::size_t BLOCK_BYTES = 64;
+constexpr std::size_t LARGE_BLOCK_BYTES = 256;
 
+// Returns a number whose highest bit is set if any byte is not ASCII, a NUL or a carriage return.
+// Subtracting 1 sets that bit of a NUL, and of no other byte that is ASCII.
 unsigned char othersIn(const char* bytes, std::size_t count) {
   unsigned char others = 0;
   for (std::size_t i = 0; i < count; ++i) {
     const auto byte = static_cast<unsigned char>(bytes[i]);
-    others |= static_cast<unsigned char>((byte & 0x80) | (byte == '\0') | (byte == '\r'));
+    others |= static_cast<unsigned char>(byte | (byte - 1) | (byte == '\r' ? 0x80 : 0));
   }
   return others;
 }
 
 // Returns whether a text has only ASCII characters, and neither NUL bytes nor carriage returns, as
 // most texts do. It inspects blocks, because with -O2 the compiler vectorises only loops with a
-// constant number of steps. A text of 7 KB takes 6,000 instructions with blocks, and 80,000 without
+// constant number of steps. A text of 7 KB takes 5,600 instructions with blocks, and 80,000 without
 // them.
 bool isPlain(std::string_view text) {
   unsigned char others = 0;
+  for (; text.size() >= LARGE_BLOCK_BYTES; text.remove_prefix(LARGE_BLOCK_BYTES)) {
+    others |= othersIn(text.data(), LARGE_BLOCK_BYTES);
+  }
   for (; text.size() >= BLOCK_BYTES; text.remove_prefix(BLOCK_BYTES)) {
     others |= othersIn(text.data(), BLOCK_BYTES);
   }
-  return (others | othersIn(text.data(), text.size())) == 0;
+  return ((others | othersIn(text.data(), text.size())) & 0x80) == 0;
 }
 
-// Returns whether a block of BLOCK_BYTES is ASCII.
 bool isAscii(const char* block) {
   unsigned char all = 0;
   for (std::size_t i = 0; i < BLOCK_BYTES; ++i) all |= static_cast<unsigned char>(block[i]);
@@ -43,7 +51,7 @@ class ByteRules {
 
   void find() {
     findEmptyFile();
-    if (isPlain(text_) || findUtf16()) return;
+    if (findCompression() || isPlain(text_) || findUtf16()) return;
     findNulByte();
     findLoneCarriageReturn();
     findInvalidUtf8();
@@ -64,6 +72,17 @@ class ByteRules {
     if (!isEmpty) return;
     Finding* const finding = add(RuleId::EmptyFile, 0, 0, "the file holds no statement");
     if (finding != nullptr) finding->hint = "a file that was being written may have been cut off";
+  }
+
+  bool findCompression() {
+    const char* const compressor = compressorOf(text_);
+    if (compressor == nullptr) return false;
+    const std::string message =
+        std::string("this file is compressed with ") + compressor + "; a text is not";
+    Finding* const finding = add(RuleId::CompressedFile, 0, 2, message.c_str());
+    if (finding == nullptr) return true;
+    finding->hint = std::string("unpack it, or check what `") + compressor + " -dc` writes";
+    return true;
   }
 
   // Recognises the NUL bytes of ASCII characters: one in two bytes in UTF-16, and three in four

@@ -7,6 +7,7 @@
 // clang-format off
 #define VSA_RULE_TABLE(VSA_ROW)                                                                            \
   VSA_ROW(EmptyFile, "empty-file", Warning, "encoding", true, "a file without a statement")                \
+  VSA_ROW(CompressedFile, "compressed-file", Error, "encoding", true, "a compressed file")                 \
   VSA_ROW(Utf16, "utf-16", Error, "encoding", true, "a text in UTF-16 or UTF-32")                          \
   VSA_ROW(NulByte, "nul-byte", Error, "encoding", true, "a NUL byte, which ends what contains it")         \
   VSA_ROW(LoneCarriageReturn, "lone-carriage-return", Warning, "encoding", true,                           \
@@ -40,6 +41,8 @@
   VSA_ROW(NearTime, "near-time", Warning, "comments", true, "a comment that is nearly a time")             \
   VSA_ROW(AccidentalTime, "accidental-time", Warning, "comments", true,                                    \
           "a comment that sets the time of the file by chance")                                            \
+  VSA_ROW(UnknownIgnoredId, "unknown-ignored-id", Warning, "comments", true,                               \
+          "a comment that ignores findings of an id that does not exist")                                  \
   VSA_ROW(PeriodBehindSemicolon, "period-behind-semicolon", Warning, "statements", true,                   \
           "an input that belongs to another node than the one declared before it")                         \
   VSA_ROW(RedeclaredType, "redeclared-type", Warning, "statements", true,                                  \

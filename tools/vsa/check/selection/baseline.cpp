@@ -59,6 +59,7 @@ void Baseline::write(const std::string& path) const {
 }
 
 KnownFindings Baseline::of(const std::string& file) const {
+  if (files_.empty()) return {};
   const auto found = files_.find(printable(file));
   return found == files_.end() ? KnownFindings() : found->second;
 }

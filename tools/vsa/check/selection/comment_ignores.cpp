@@ -23,7 +23,25 @@ std::string_view nextWord(std::string_view& text) {
 
 }  // namespace
 
-// MARK has an effect only at the beginning of a comment.
+IgnoreComment::IgnoreComment(std::string_view words) : rest_(words) {
+  command_ = nextWord(rest_);
+}
+
+std::string_view IgnoreComment::nextName() {
+  const std::string_view name = nextWord(rest_);
+  if (name != "--") return name;
+  rest_ = {};
+  return {};
+}
+
+std::optional<std::string_view> wordsForCheck(std::string_view comment) {
+  comment.remove_prefix(std::min(comment.find_first_not_of(" \t", 1), comment.size()));
+  if (!comment.starts_with(MARK)) return std::nullopt;
+  return comment.substr(MARK.size());
+}
+
+// MARK has an effect only after "#", with or without blanks between them. Comments are not
+// distinguished from strings.
 CommentIgnores::CommentIgnores(std::string_view text) {
   std::size_t at = 0;
   while ((at = text.find(MARK, at)) != std::string_view::npos) {
@@ -42,14 +60,13 @@ CommentIgnores::CommentIgnores(std::string_view text) {
 void CommentIgnores::addComment(std::string_view text, std::size_t lineBegin, std::size_t sign,
                                 std::string_view words) {
   const auto lineEnd = static_cast<std::size_t>(words.data() + words.size() - text.data());
-  const std::string_view command = nextWord(words);
-  if (command != "ignore" && command != "ignore-file") return;
+  IgnoreComment comment(words);
+  if (!comment.isValid()) return;
   Part part{lineBegin, lineEnd};
   const bool hasOnlyComment = skipBlanks(text, lineBegin) == sign;
-  if (command == "ignore" && hasOnlyComment) part.end = endOfNextStatement(text, lineEnd);
-  for (std::string_view word = nextWord(words); !word.empty() && word != "--";
-       word = nextWord(words)) {
-    if (command == "ignore-file") {
+  if (!comment.isForFile() && hasOnlyComment) part.end = endOfNextStatement(text, lineEnd);
+  for (std::string_view word = comment.nextName(); !word.empty(); word = comment.nextName()) {
+    if (comment.isForFile()) {
       inFile_.emplace(word);
     } else {
       addPart(word, part);
@@ -57,7 +74,7 @@ void CommentIgnores::addComment(std::string_view text, std::size_t lineBegin, st
   }
 }
 
-// Adds a part that begins at or after the last one of the same name.
+// Adds a part. It must not begin before the last one of the same name.
 void CommentIgnores::addPart(std::string_view name, const Part& part) {
   const auto found = parts_.find(name);
   std::vector<Part>& parts = found == parts_.end() ? parts_[std::string(name)] : found->second;

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -19,6 +20,27 @@
 #include "tools/vsa/check/finding.h"
 
 namespace vsa_tools {
+
+/// The words of a comment that ignores findings: a command and the names after it, up to "--".
+class IgnoreComment {
+ public:
+  /// `words` is the text of the comment after "vsa-check:".
+  explicit IgnoreComment(std::string_view words);
+
+  /// Whether the command is one of the two that exist.
+  bool isValid() const { return command_ == "ignore" || isForFile(); }
+  bool isForFile() const { return command_ == "ignore-file"; }
+  /// Returns the next name, or an empty text after the last one.
+  std::string_view nextName();
+
+ private:
+  std::string_view rest_;
+  std::string_view command_;
+};
+
+/// Returns the text after "vsa-check:" of a comment that begins with it, or nothing for any other
+/// comment. `comment` begins with "#".
+std::optional<std::string_view> wordsForCheck(std::string_view comment);
 
 class CommentIgnores {
  public:

@@ -34,7 +34,7 @@ void findSameButCase(SceneFindings& found) {
 }
 
 // Returns whether the character at `i` is not a digit. Many names differ only in a digit.
-bool isLetterAt(std::string_view name, std::size_t i) {
+bool isNoDigitAt(std::string_view name, std::size_t i) {
   return !(name[i] >= '0' && name[i] <= '9');
 }
 
@@ -47,7 +47,7 @@ void findSameButLetter(SceneFindings& found) {
     const std::string_view name = node.name();
     bool isReported = name.size() < MIN_NAME;
     for (std::size_t i = 0; i < name.size() && !isReported; ++i) {
-      if (!isLetterAt(name, i)) continue;
+      if (!isNoDigitAt(name, i)) continue;
       std::string key = std::to_string(i) + ' ' + std::string(name);
       key.erase(key.size() - name.size() + i, 1);
       const auto [other, isNew] = names.try_emplace(std::move(key), name);

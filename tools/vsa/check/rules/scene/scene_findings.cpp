@@ -42,15 +42,17 @@ class PlaceFinder {
         paths_.keyOf(view, [&](PathKey key) { parent = visitParent(key, view.statement.path); }));
     const bool isElement = view.statement.path.ends_with(']');
     if (isElement && parent != nullptr) (*parent)[Place::Value] = view.statement.value;
-    // The reader refuses a value for a whole object or array.
+    // A value for a whole object or array changes nothing: the reader refuses it, except `{}` for
+    // an object, which has no effect. A connection does not change the value, either.
     if (found == table_.end() || found->second.isOfMember) return;
     found->second[Place::Value] = view.statement.value;
     std::string_view& path = found->second[Place::Path];
     if (path.empty()) path = view.statement.path;
   }
 
-  // Records the first statement that names a member or an element of an object or array. Returns
-  // the places of the object or array if this is that statement.
+  // Records the first statement that names a member or an element of an object or array, unless a
+  // statement about the whole object was recorded before. Returns the places of the object or array
+  // if it records the statement.
   Places* visitParent(PathKey key, std::string_view path) {
     const auto found = table_.find(key);
     if (found == table_.end() || !found->second[Place::Path].empty()) return nullptr;
@@ -64,7 +66,7 @@ class PlaceFinder {
     const auto found = table_.find(view.nodeKey);
     if (found == table_.end() || !found->second[Place::Node].empty()) return;
     found->second[Place::Type] = view.statement.type;
-    found->second[Place::Node] = view.node;
+    found->second[Place::Node] = view.node();
   }
 
   PlaceTable& table_;

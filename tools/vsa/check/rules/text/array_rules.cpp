@@ -55,7 +55,7 @@ class IndexSet {
 struct Gap {
   std::string array;  // the path of the array, shortened
   IndexSet missing;
-  std::string_view next;       // the index before which they are missing: a view of the text
+  std::string_view next;       // the first index before which some are missing: a view of the text
   PathKey name = 0, node = 0;  // the key of the node's name, and its key in NodeGenerations
 };
 
@@ -134,7 +134,7 @@ class ArrayRules final : public StatementRule {
   // Returns the path of the array for a message. It ends before the index `last`, and has numbers
   // instead of "[*]".
   std::string shownArray(const StatementView& view, std::string_view last) const {
-    std::string path = shortened(view.node);
+    std::string path = shortened(view.node());
     auto index = indices_.begin();
     PathSteps steps(view.statement.path);
     for (std::string_view step; steps.next(step) && step.data() != last.data();) {

@@ -2,10 +2,15 @@
 // chance.
 #include <algorithm>
 #include <cctype>
+#include <optional>
 #include <string>
 
+#include "tools/vsa/check/hints/similar_names.h"
+#include "tools/vsa/check/kinds.h"
 #include "tools/vsa/check/rules/walk/statement_rule.h"
+#include "tools/vsa/check/selection/comment_ignores.h"
 #include "tools/vsa/check/text/digits.h"
+#include "tools/vsa/common/output/quoted_text.h"
 
 namespace vsa_tools {
 
@@ -49,6 +54,9 @@ class CommentRules final : public StatementRule {
   void visit(const StatementView& view) override {
     const std::string_view comment = view.statement.text;
     const std::string_view text = trimmed(comment.substr(1));
+    if (const std::optional<std::string_view> words = wordsForCheck(comment)) {
+      checkIgnores(IgnoreComment(*words));
+    }
     if (comment.find("version:") != std::string_view::npos) return;
     if (comment.find("time:") != std::string_view::npos) {
       checkTime(comment, text);
@@ -59,6 +67,28 @@ class CommentRules final : public StatementRule {
   }
 
  private:
+  // Checks a comment that ignores findings. An id that does not exist ignores none.
+  void checkIgnores(IgnoreComment comment) {
+    if (!comment.isValid() || !found_.isEnabled(RuleId::UnknownIgnoredId)) return;
+    for (std::string_view name = comment.nextName(); !name.empty(); name = comment.nextName()) {
+      NearestName nearest(name);
+      bool isKnown = name == "all";
+      for (const FindingKind& kind : allKinds()) {
+        isKnown = isKnown || name == kind.id || name == kind.group;
+        nearest.consider(kind.id);
+        nearest.consider(kind.group);
+      }
+      if (!isKnown) addUnknown(name, nearest.found());
+    }
+  }
+
+  void addUnknown(std::string_view name, const std::optional<Suggestion>& suggestion) {
+    Finding& finding = found_.add(RuleId::UnknownIgnoredId, found_.rangeOf(name),
+                                  "there is no rule or group " + shortened(name));
+    finding.hint = suggestion ? "did you mean `" + suggestion->name + "`?"
+                              : std::string("`vsa explain` lists the ids");
+  }
+
   void checkNear(std::string_view comment, std::string_view text, std::string_view word,
                  RuleId rule) {
     if (!found_.isEnabled(rule)) return;
@@ -98,7 +128,8 @@ class CommentRules final : public StatementRule {
 }  // namespace
 
 StatementRulePointer commentRules(const TextRuleInput&, RuleFindings& found) {
-  if (!found.isAnyEnabled({RuleId::NearVersion, RuleId::NearTime, RuleId::AccidentalTime})) {
+  if (!found.isAnyEnabled({RuleId::NearVersion, RuleId::NearTime, RuleId::AccidentalTime,
+                           RuleId::UnknownIgnoredId})) {
     return nullptr;
   }
   return std::make_unique<CommentRules>(found);

@@ -23,24 +23,28 @@ constexpr std::uint32_t foldedWord(std::string_view word) {
   return folded;
 }
 
-struct TupleForm {
-  std::uint32_t keyword;
-  std::size_t components;
-};
-
-constexpr TupleForm TUPLES[] = {
-    {foldedWord("vec2"), 2}, {foldedWord("vec3"), 3}, {foldedWord("vec4"), 4},
-    {foldedWord("pos2"), 2}, {foldedWord("pos3"), 3}, {foldedWord("quat"), 4},
-    {foldedWord("rgba"), 4}, {foldedWord("mat3"), 9}, {foldedWord("mat4"), 16}};
-
+// Returns the number of components of the tuple type `word`, or 0 if it is not such a type.
 std::size_t componentsOf(std::string_view word) {
   constexpr std::size_t KEYWORD_BYTES = 4;
   if (word.size() != KEYWORD_BYTES) return 0;
-  const std::uint32_t folded = foldedWord(word);
-  for (const TupleForm& form : TUPLES) {
-    if (folded == form.keyword) return form.components;
+  switch (foldedWord(word.substr(0, KEYWORD_BYTES))) {
+    case foldedWord("vec2"):
+    case foldedWord("pos2"):
+      return 2;
+    case foldedWord("vec3"):
+    case foldedWord("pos3"):
+      return 3;
+    case foldedWord("vec4"):
+    case foldedWord("quat"):
+    case foldedWord("rgba"):
+      return 4;
+    case foldedWord("mat3"):
+      return 9;
+    case foldedWord("mat4"):
+      return 16;
+    default:
+      return 0;
   }
-  return 0;
 }
 
 // The first elements of a list, as many as the array can store, and the number of all elements.

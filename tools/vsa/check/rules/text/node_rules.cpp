@@ -68,9 +68,9 @@ class NodeRules final : public StatementRule {
   void visitNode(const StatementView& view) {
     const bool isRemoval = view.kind() == StatementKind::Remove;
     if (isRemoval) nodes_.remove(view.nodeKey);
-    if (isRemoval && view.node == withNode_) removed_ = view.statement.text;
+    if (isRemoval && view.node() == withNode_) removed_ = view.statement.text;
     if (view.kind() == StatementKind::Block) {
-      withNode_ = view.node;
+      withNode_ = view.node();
       removed_ = {};
     }
     const bool isWith = view.kind() == StatementKind::Block && isWord(view.statement.type, "with");
@@ -86,10 +86,13 @@ class NodeRules final : public StatementRule {
     if (isNew || known.type == type) return;
     if (!found_.isEnabled(RuleId::RedeclaredType)) return;
     Finding& finding = found_.add(RuleId::RedeclaredType, found_.rangeOf(type),
-                                  "this finds the node " + shortened(view.node) + ", which is a " +
-                                      shortened(known.type) + " and stays one");
+                                  "this finds the node " + shortened(view.node()) +
+                                      ", which is a " + shortened(known.type) + " and stays one");
     finding.notes.push_back({found_.rangeOf(known.statement), "declared here"});
-    if (hintForEnd(view, finding)) return;
+    if (hintForEnd(view, finding)) {
+      reported_ = view.statement.text;
+      return;
+    }
     const std::optional<Suggestion> keyword = misspeltKeyword(view);
     finding.hint = keyword ? "did you mean `" + keyword->name + "`?"
                            : "give the second node a name of its own";
@@ -116,23 +119,24 @@ class NodeRules final : public StatementRule {
   // then belongs to another node.
   void checkPeriod(const StatementView& view) {
     const std::string_view declaration = view.declarationBefore;
-    if (declaration.empty() || view.node.empty()) return;
+    if (declaration.empty() || view.node().empty() || declaration.data() == reported_.data())
+      return;
     if (!found_.isEnabled(RuleId::PeriodBehindSemicolon)) return;
     const vsa::TextRange semicolon = found_.rangeOf(declaration.substr(declaration.size() - 1));
     Finding& finding = found_.add(RuleId::PeriodBehindSemicolon, semicolon,
                                   "the inputs behind this semicolon belong to the node " +
-                                      shortened(view.node) + ", which was set before");
+                                      shortened(view.node()) + ", which was set before");
     finding.hint = "end the declaration with a colon";
     finding.edits = {{semicolon.begin.offset, semicolon.end.offset, ":"}};
     finding.notes.push_back(
-        {found_.rangeOf(view.wholePath()), "this is an input of " + shortened(view.node)});
+        {found_.rangeOf(view.wholePath()), "this is an input of " + shortened(view.node())});
   }
 
   void checkRemoved(const StatementView& view) {
     if (removed_.empty() || !found_.isEnabled(RuleId::RemovedNode)) return;
     const std::string_view removal = std::exchange(removed_, {});
     Finding& finding = found_.add(RuleId::RemovedNode, found_.rangeOf(view.wholePath()),
-                                  "this belongs to the node " + shortened(view.node) +
+                                  "this belongs to the node " + shortened(view.node()) +
                                       ", which is removed; the value is lost");
     finding.hint = "set another node first, such as `with name:`";
     finding.notes.push_back({found_.rangeOf(removal), "removed here"});
@@ -143,6 +147,7 @@ class NodeRules final : public StatementRule {
   NodeGenerations nodes_;
   KeyMap<Declared> declared_{64};
   std::string_view withNode_;
+  std::string_view reported_;   // the last `with`, `remove` or `define` that ends wrongly
   std::string_view removed_;    // the statement that removed the with node, until it is reported
   std::string_view lastBlock_;  // the last statement that ends in a colon
 };

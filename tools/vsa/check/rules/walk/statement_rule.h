@@ -30,10 +30,9 @@ enum StatementTrait : unsigned {
 /// A statement with correct grammar, and the node that it concerns.
 struct StatementView {
   vsa::StatementOutline statement;
-  /// The node of a declaration, directive or path. Empty for a comment, and for a path that begins
-  /// with a period although there is no with node.
-  std::string_view node;
-  /// The key of `node`.
+  /// The with node: the node of paths that begin with a period. Empty before the first block.
+  std::string_view withNode;
+  /// The key of `node()`.
   PathKey nodeKey = 0;
   /// The index of the statement in the text.
   std::size_t index = 0;
@@ -46,6 +45,9 @@ struct StatementView {
   bool hasPath() const { return statement.hasPath(); }
   /// Whether the path begins with a period.
   bool isOfWithNode() const { return hasPath() && statement.node.empty(); }
+  /// Returns the node of a declaration, directive or path. Empty for a comment, and for a path that
+  /// begins with a period although there is no with node.
+  std::string_view node() const { return isOfWithNode() ? withNode : statement.node; }
   /// Returns the node and the path for a message. Long ones are shortened.
   std::string shownPath() const;
   /// Returns the path as it is written. It begins with the node or with a period.

@@ -21,7 +21,6 @@ class TextWalk {
 
  private:
   vsa::OutlineReader reader_;
-  std::string_view withNode_;
   PathKey withKey_ = 0;
   std::size_t count_ = 0;
 };
