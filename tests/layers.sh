@@ -25,7 +25,7 @@ src/scene                    include/vsa/foundation include/vsa/scene src/founda
 src/scene/model/storage      include/vsa/foundation src/foundation/base src/foundation/containers src/foundation/text
 src/scene/model              include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/foundation/base src/foundation/containers src/diagnostics src/scene src/scene/model/storage
 src/vsa/lex                  include/vsa/foundation include/vsa/diagnostics src/diagnostics src/foundation/base src/foundation/io src/foundation/text
-src/vsa/apply                include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/scene src/vsa/lex
+src/vsa/apply                include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/numbers src/scene src/vsa/lex
 src/vsa/apply/links          include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/containers src/foundation/text src/scene src/vsa/apply
 src/vsa/apply/values         include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/containers src/foundation/text src/scene src/vsa/apply
 src/vsa                      include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/compression src/foundation/containers src/foundation/numbers src/foundation/text src/scene src/vsa/lex src/vsa/apply src/vsa/apply/links src/vsa/apply/values

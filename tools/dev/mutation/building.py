@@ -28,6 +28,10 @@ def quietly(command):
     return subprocess.run(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0
 
 
+class DoesNotLink(Exception):
+    """A program with a mutant cannot be linked."""
+
+
 def must(command):
     done = subprocess.run(command, capture_output=True, text=True)
     if done.returncode != 0:
@@ -65,7 +69,8 @@ def write_embedded(tree):
 
 
 def copy_tree(tree):
-    """Copies the files of the repository that changed, so that they may be edited during the run."""
+    """Copies the files of the repository that changed, and removes those that it has no more. So the files may be
+    edited during the run."""
     asked = ["git", "-C", ROOT, "ls-files", "-z", "--cached", "--others", "--exclude-standard"]
     names = subprocess.run(asked, capture_output=True, text=True, check=True).stdout.split("\0")
     wanted = {tree / name: ROOT / name for name in names if name and (ROOT / name).is_file()}
@@ -139,10 +144,15 @@ class Base:
 
     def link(self, program, objects, changed, options=()):
         """Links `objects`, those of `changed` (file to object) instead of the ones of the base. The linker uses the
-        first copy of an inline function, so the changed objects are first."""
+        first copy of an inline function, so the changed objects are first. Throws DoesNotLink if it fails with a
+        mutant."""
         rest = [self.object(file) for file in objects if file not in changed]
         first = [target for file, target in changed.items() if file in objects]
-        must([*LINKER, *first, *rest, *options, *LIBRARIES, "-o", program])
+        command = [*LINKER, *first, *rest, *options, *LIBRARIES, "-o", program]
+        if not changed:
+            must(command)
+        elif not quietly(command):
+            raise DoesNotLink
 
     def objects_of(self, name):
         """Returns the files whose objects are linked for a suite."""

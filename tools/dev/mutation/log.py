@@ -65,7 +65,8 @@ class Log:
         return [mutant for mutant in self.survivors() if mutant.key() not in known]
 
     def likely_tests(self, file, suite):
-        """Returns the tests of the suite that killed mutants of the file or its folder, the file's and newest first."""
+        """Returns up to 8 tests of the suite that killed mutants of the file or its folder, the file's and newest
+        first."""
         pairs = [(self.mutants[identity].file, fate.split(" ")[1])
                  for identity, fate in reversed(list(self.fates.items())) if fate.startswith(suite + " ")]
         own = [test for path, test in pairs if path == file]

@@ -5,7 +5,7 @@ import re
 # The folders that are mutated, without a program that only the tests of scenes run, and a generated source.
 MUTATED = ["include", "src", "tools"]
 LEFT_OUT = ("tools/json_same/", "tools/vsa/embedded_files.cpp")
-# A header that N sources include gets 10/N as many mutants as a source, because each one recompiles all of them.
+# A header that N > 10 sources include gets 10/N as many mutants as a source, because each one recompiles all of them.
 WIDE_HEADER = 10
 
 SWAPS = {
@@ -116,7 +116,8 @@ def all_mutants(tree):
 
 
 def drawn(mutants, seed, users):
-    """Yields the mutants in the order of the tests: one of each file in turn, of widely included headers less often."""
+    """Yields the mutants in the order in which they are tried: one of each file in turn, of widely included headers
+    less often."""
     chance = random.Random(seed)
     for stack in mutants.values():
         chance.shuffle(stack)
