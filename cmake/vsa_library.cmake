@@ -1,4 +1,5 @@
-# The library, static and shared. Both are linked from the same object files.
+# The library, static and shared, and functions that define targets. Both libraries are linked from the same object
+# files.
 
 # vsa_own_target(TARGET): sets the language of one of our targets, and its warnings if VSA_STRICT is set. Targets that
 # link with the library do not inherit the warnings.
@@ -32,10 +33,10 @@ function(vsa_precompile target)
   endif()
 endfunction()
 
-# vsa_join_sources(TARGET): makes release builds compile the sources of a target in groups of four. The sources of the
-# commands then take 61 s of processor time instead of 105 s. Names in the unnamed namespaces of a target's sources must
-# differ. Other builds compile each source alone, so that each source must include what it uses. The library is not
-# compiled in groups, so that programs get the objects that are tested.
+# vsa_join_sources(TARGET): makes release builds without ccache compile the sources of a target in groups of four. The
+# sources of the commands then take 61 s of processor time instead of 105 s. Names in the unnamed namespaces of a
+# target's sources must differ. Other builds compile each source alone, so that each source must include what it uses.
+# The library is not compiled in groups, so that programs get the objects that are tested.
 function(vsa_join_sources target)
   if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT CMAKE_CXX_COMPILER_LAUNCHER MATCHES "ccache")
     set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 4)

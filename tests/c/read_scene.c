@@ -1,4 +1,4 @@
-/* read_scene FOLDER: reads the examples in FOLDER through the interface for C. */
+/* read_scene FOLDER: tests the interface for C with short texts and FOLDER/vase_mesh.vsa. */
 #include <vsa/vsa_c.h>
 
 #include <stdio.h>

@@ -417,7 +417,7 @@ def first_block(pages, page, language):
 
 
 def check_readme_program(tools, program, report):
-    """Checks that the program of README.md does not crash, with any text."""
+    """Checks that the program of README.md does not crash with any of these texts."""
     texts = ["", "}", "lamp sun;", "lamp snu: .power = 2.5;", "lamp sun: .pwoer = 2.5;", 'lamp sun: .power = "2.5";']
     for text in texts:
         tools.write("scene.vsa", text)

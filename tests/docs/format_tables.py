@@ -1,4 +1,4 @@
-"""Tests the tables of docs/format.md: reads the text of each row and compares the outcome with the row."""
+"""Tests the tables of docs/format.md against the reader and the examples."""
 
 import itertools
 import re
@@ -8,7 +8,7 @@ from markdown import code_of
 # The text before each row of "Common mistakes": the with node n, and nodes to link to.
 PRELUDE = "thing a; thing b; sphere ball; material clay; thing n:\n"
 
-# A value of each type for the table of conversions.
+# A value of each type in the table of conversions.
 SAMPLES = {
     "Bool": "true", "Int": "7", "UInt": "7u", "Real": "2.5", "Vec2": "vec2(1 2)", "Pos2": "pos2(1 2)",
     "Vec3": "vec3(1 2 3)", "Pos3": "pos3(1 2 3)", "Vec4": "vec4(1 2 3 4)", "Quat": "quat(0 0 0 1)",

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# headers.sh: compiles each public header alone with all warnings, with g++ and with clang++. Compiles the header for C
-# as C99, too. install.sh tests that these headers are installed, and no others.
+# headers.sh: compiles each public header alone with g++ and with clang++. A warning is an error. Compiles the header
+# for C as C99, too. install.sh tests that these headers are installed, and no others.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
 scratch=$(mktemp -d)

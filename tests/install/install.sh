@@ -4,7 +4,8 @@
 # - Headers are only in include/vsa. They are all the public headers and no others (headers.sh compiles them).
 # - A host can be built through the CMake package and through pkg-config, each with the static and with the shared
 #   library. Its include path begins with its own folders `foundation` and `scene`.
-# - The shared library exports only public names.
+# - Of the namespace zn::korvo_sdk::impl, the shared library exports only the two public entry points.
+# - The installed command reads a scene.
 set -euo pipefail
 build=$1
 compiler=$2
