@@ -225,19 +225,32 @@ const char* commonDirective(const char* at, const char* typeEnd, const char* las
   return nodeEnd + 1;
 }
 
-// Recognises the rest of a statement [node] "." input " = " value ";". `nodeEnd` is the end of the
-// node.
+// Returns the end of the index "[*]" or "[" digits "]" at `at`, or null if it is another one.
+inline const char* endOfCommonIndex(const char* at, const char* last) {
+  ++at;
+  if (at < last && *at == '*') {
+    ++at;
+  } else {
+    while (at < last && char_class::is(*at, char_class::DIGIT)) ++at;
+  }
+  return at < last && *at == ']' ? at + 1 : nullptr;
+}
+
+// Recognises the rest of a statement [node] "." input ["[index]"] " = " value ";". `nodeEnd` is the
+// end of the node.
 const char* commonAssignment(const char* at, const char* nodeEnd, const char* last,
                              StatementOutline& out) {
   const char* const inputEnd = endOfWord(nodeEnd + 1, last);
-  if (inputEnd == nullptr || last - inputEnd < 4) return nullptr;
-  if (inputEnd[0] != ' ' || inputEnd[1] != '=' || inputEnd[2] != ' ') return nullptr;
-  const char* const end = commonValue(inputEnd + 3, last, out);
+  if (inputEnd == nullptr) return nullptr;
+  out.isPlainPath = *inputEnd != '[';
+  const char* const pathEnd = out.isPlainPath ? inputEnd : endOfCommonIndex(inputEnd, last);
+  if (pathEnd == nullptr || last - pathEnd < 4) return nullptr;
+  if (pathEnd[0] != ' ' || pathEnd[1] != '=' || pathEnd[2] != ' ') return nullptr;
+  const char* const end = commonValue(pathEnd + 3, last, out);
   if (end == nullptr || *end != ';') return nullptr;
   out.kind = StatementKind::Assignment;
   out.node = between(at, nodeEnd);
-  out.path = between(nodeEnd + 1, inputEnd);
-  out.isPlainPath = true;
+  out.path = between(nodeEnd + 1, pathEnd);
   return end + 1;
 }
 

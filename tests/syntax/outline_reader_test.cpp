@@ -105,13 +105,14 @@ TEST(OutlineReaderTest, AgreesOnFiles) {
 // Returns a random statement of any kind. Its pieces may be in any order.
 std::string randomStatement(std::mt19937& random) {
   constexpr Text PIECES[] = {
-      "node",       ".",      "input", " = ",  "[*]",     "[0]",      "1",      "-2.5e3",
-      "\"a\\\"b\"", "true",   "null",  "vec3", "(1 2 3)", "(1, 2)",   "(1 2 )", "{1 2}",
-      "{}",         "float",  "[2]",   ";",    ":",       "|",        "=",      " ",
-      "\n",         "\t",     "# c\n", "!",    "\x7F",    "\xC3\xA4", "remove", "define",
-      "with",       "\"\n\"", "()",    "'",    "{1 x}"};
-  constexpr Text STARTS[] = {"n.i = ", ".i = ",   "n.i[*].m = ", "n.i |= ",   "t n",
-                             "",       "n . i =", "null.i = ",   "n.true = ", "n.i = rgba"};
+      "node",  ".",    "input",    " = ",     "[*]",    "[0]",    "1",      "-2.5e3", "\"a\\\"b\"",
+      "true",  "null", "vec3",     "(1 2 3)", "(1, 2)", "(1 2 )", "{1 2}",  "{}",     "float",
+      "[2]",   ";",    ":",        "|",       "=",      " ",      "\n",     "\t",     "# c\n",
+      "!",     "\x7F", "\xC3\xA4", "remove",  "define", "with",   "\"\n\"", "()",     "'",
+      "{1 x}", "[12]", "[]",       "[1 ]",    "[**]"};
+  constexpr Text STARTS[] = {"n.i = ", ".i = ",     "n.i[*].m = ", "n.i |= ",   "t n",
+                             "",       "n . i =",   "null.i = ",   "n.true = ", "n.i = rgba",
+                             "n.i",    "n.i[*] = ", ".i[0] = ",    "n.i[] = 1", "n.i[7"};
   std::string text(STARTS[random() % std::size(STARTS)]);
   for (auto length = random() % 6; length > 0; --length) {
     text += PIECES[random() % std::size(PIECES)];

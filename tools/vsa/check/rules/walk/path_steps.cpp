@@ -1,22 +1,15 @@
 #include "tools/vsa/check/rules/walk/path_steps.h"
 
-#include <algorithm>
 #include <charconv>
+
+#include <vsa/foundation/char_class.h>
 
 namespace vsa_tools {
 
-namespace {
-
-// Returns whether the character is skipped between tokens: it is not greater than the blank, or
-// 0x7F.
-bool isWhite(char c) {
-  return static_cast<unsigned char>(c) <= ' ' || c == '\x7F';
-}
-
-}  // namespace
+namespace char_class = zn::char_class;
 
 void PathSteps::skipWhite() {
-  while (!rest_.empty() && isWhite(rest_.front())) rest_.remove_prefix(1);
+  while (!rest_.empty() && char_class::is(rest_.front(), char_class::WHITE)) rest_.remove_prefix(1);
 }
 
 bool PathSteps::next(std::string_view& step) {
@@ -27,10 +20,7 @@ bool PathSteps::next(std::string_view& step) {
   if (isIndex(rest_)) {
     size = rest_.find(']') + 1;
   } else {
-    while (size < rest_.size() && rest_[size] != '.' && rest_[size] != '[' &&
-           !isWhite(rest_[size])) {
-      ++size;
-    }
+    while (size < rest_.size() && char_class::is(rest_[size], char_class::NAME)) ++size;
   }
   step = rest_.substr(0, size);
   rest_.remove_prefix(size);
