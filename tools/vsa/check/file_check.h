@@ -46,11 +46,7 @@ class FileCheck {
   /// All arguments must outlive this object.
   FileCheck(CheckedText& text, const FileCheckOptions& options, const RuleSet& rules,
             const Consumer& consumer)
-      : text_(text),
-        options_(options),
-        rules_(rules),
-        consumer_(consumer),
-        hints_(std::in_place, text.text(), options.types) {}
+      : text_(text), options_(options), rules_(rules), consumer_(consumer) {}
 
   /// Passes the findings to the consumer until it needs no more. First are the reader's diagnostics
   /// in the order of its log, and then the reason why the file could not be read to its end, if
@@ -78,7 +74,7 @@ class FileCheck {
   const FileCheckOptions& options_;
   const RuleSet& rules_;
   const Consumer& consumer_;
-  std::optional<Hints> hints_;  // always set
+  std::optional<Hints> hints_;  // set by the first diagnostic that needs it: most texts have none
   std::uint64_t stopLine_ = 0;
   FollowUps followUps_;
   std::vector<std::uint64_t> seen_;  // the keys of the findings of the reader

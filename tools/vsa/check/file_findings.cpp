@@ -32,7 +32,6 @@ FileFindings::FileFindings(const std::string& file, const CheckedText& text,
       text_(text),
       levels_(levels),
       format_(format),
-      ignores_(text.text()),
       known_(std::move(known)),
       flush_(std::move(flush)) {
 }
@@ -49,7 +48,9 @@ bool FileFindings::isSelected(Finding& finding) {
   isUnreadable_ = isUnreadable_ || finding.id == UNREADABLE_FILE;
   if (format_.isLog()) return !finding.logLine.empty();
   const std::optional<Level> level = levels_.levelOf(finding.id, finding.level);
-  if (!level || ignores_.isIgnored(finding)) return false;
+  if (!level) return false;
+  if (!ignores_) ignores_.emplace(text_.text());
+  if (ignores_->isIgnored(finding)) return false;
   finding.level = *level;
   if (isRecording_) ++found_[Baseline::keyOf(finding, text_)];
   if (!isRecording_ && !takeKnown(known_, finding, text_)) return true;

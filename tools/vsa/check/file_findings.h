@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -47,7 +48,7 @@ class FileFindings {
   const CheckedText& text_;
   const LevelTable& levels_;
   const Format& format_;
-  const CommentIgnores ignores_;
+  std::optional<CommentIgnores> ignores_;  // set by the first finding: most texts have none
   KnownFindings known_, found_;
   Flush flush_;
   std::vector<Finding> findings_;

@@ -60,7 +60,7 @@ class NumberRules final : public InputRule {
       if (!std::isfinite(real)) add(found_, input, real, "this value");
     } else if (type == ValueType::Buffer) {
       checkBuffer(found_, input);
-    } else if (zn::korvo_sdk::componentCount(type) > 1) {
+    } else {
       checkComponents(input);
     }
   }
