@@ -5,9 +5,9 @@
 //   sun.set("power", 2.5).orThrow();
 //   vsa::Status status = sun.set("color", vsa::rgba(1, 0.5, 0.25));
 //
-// Every function that changes something returns a Status or an Added, and throws no exception. A
-// function that fails changes nothing. The exception is OutOfMemory: an input may then have lost
-// its value or become an object, and the header of a scene may have lost comments. A function of a
+// Every function that changes something returns a Status or an Added, and throws nothing. A
+// function that fails changes nothing, except after OutOfMemory: an input may then have lost its
+// value or have another type, and the header of a scene may have lost comments. A function of a
 // missing node or input fails, so a program can chain calls without checks. A function also fails
 // if no text can represent the result of the change: see EditError. There is one exception: an
 // array without elements (see Arrays below).
@@ -107,8 +107,8 @@ class Input : public InputView {
   VSA_API Status setBufferBytes(ElementType type, std::span<const std::byte> bytes) const noexcept;
   /// Sets the value to a buffer with a copy of `elements`. The range contains numbers
   /// (`std::vector<float>`), std::arrays of numbers, or structs with the size and layout of one
-  /// buffer element. Fails with BufferSize if `type` has numbers of another type, or if the numbers
-  /// do not fill whole elements.
+  /// buffer element. Fails with BufferSize if `type` has numbers of another type, if the structs
+  /// have another size than an element, or if the numbers do not fill whole elements.
   template <std::ranges::contiguous_range Range>
   requires std::is_trivially_copyable_v<std::ranges::range_value_t<Range>> Status
   setBuffer(ElementType type, const Range& elements)

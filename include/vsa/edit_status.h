@@ -23,7 +23,8 @@ enum class EditError : std::uint8_t {
   DeclaredType,      ///< The type of the node declares another type for this input.
   TakesNoValue,      ///< The type of the node declares that this input accepts links only.
   TooDeep,           ///< The nesting level of the input would exceed the depth limit of the scene.
-  TooMany,           ///< The array would have more than 2^32 - 1 elements.
+  TooMany,           ///< The array would have more than 2^32 - 1 elements, or the scene more than
+                     ///< 2^32 - 1 nodes or names of outputs.
   // No text can represent the result.
   BadName,       ///< The name is not an identifier, or it is true, false or null: see isName
                  ///< and, for outputs, isOutputName.

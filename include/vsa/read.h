@@ -119,11 +119,10 @@ struct [[nodiscard]] ReadOutcome {
   /// of the text. It is empty if the mode is not BufferMode::Skip.
   std::vector<SkippedBuffer> skippedBuffers;
   /// The exception of the host's scene, source or callback, if `status` is HostException. If
-  /// `status` is OutOfMemory, it is the std::bad_alloc that the library or the host threw. An
-  /// exception other than std::bad_alloc that a scene throws also causes a diagnostic, HostError.
-  /// The range of this diagnostic is the statement, or the statement of the link that is resolved.
-  /// While inputs are released, it is the end of the text, and while the header is reset, its
-  /// beginning.
+  /// `status` is OutOfMemory, it is a std::bad_alloc. An exception other than std::bad_alloc that a
+  /// scene throws also causes a diagnostic, HostError. The range of this diagnostic is the
+  /// statement, or the statement of the link that is resolved. While inputs are released, the range
+  /// is the end of the text. While the header is reset, it is the beginning of the text.
   std::exception_ptr exception;
 
   /// Whether the whole text was read and its links were resolved.
@@ -170,11 +169,12 @@ struct [[nodiscard]] LoadedBuffer : ReadOutcome {
 /// Reads the literal of a skipped buffer from the same file or text. The position and the input
 /// path of a diagnostic are those in the whole text. Limits, counts and progress refer to the
 /// literal only. The limits of nodes and depth, `buffers`, `wantedNames` and `wantedTypes` are
-/// ignored. The status is Unreadable if the file cannot be read or is not a regular file, if the
-/// path contains a NUL, or if the path or text is null. It is also Unreadable if there is no
-/// literal of the same type and count at this position. The text at this position can also cause
-/// one of the other statuses. If only the numbers in the literal have changed, the function does
-/// not detect this and returns the new numbers.
+/// ignored. If the text is null, the status is Unreadable. Otherwise, if the literal is longer than
+/// ReadLimits::textBytes, the status is OverLimit, and nothing is read. Otherwise the status is
+/// Unreadable if the path is null or contains a NUL, if the file cannot be read or is not a regular
+/// file, or if there is no literal of the same type and count at this position. The text at this
+/// position can also cause one of the other statuses. If only the numbers in the literal have
+/// changed, the function does not detect this and returns the new numbers.
 VSA_API LoadedBuffer loadBuffer(const std::filesystem::path& path, const SkippedBuffer& skipped,
                                 const ReadOptions& options = {}) noexcept;
 VSA_API LoadedBuffer loadBuffer(const char* path, const SkippedBuffer& skipped,
@@ -184,9 +184,10 @@ VSA_API LoadedBuffer loadBufferFromText(std::string_view text, const SkippedBuff
 VSA_API LoadedBuffer loadBufferFromText(const char* text, const SkippedBuffer& skipped,
                                         const ReadOptions& options = {}) noexcept;
 
-// The same functions for an existing scene: a scene of the library or of a host. They add nodes to
-// the scene. If the file or source cannot be opened, if its first bytes cannot be read, or if the
-// path or text is null, the scene does not change.
+// The same functions for an existing scene: a scene of the library or of a host. The text can also
+// change and remove nodes that the scene already has. If the file cannot be opened, if the first
+// bytes of the file or source cannot be read, or if the path or text is null, the scene does not
+// change.
 
 VSA_API ReadOutcome readFileInto(Scene& scene, const std::filesystem::path& path,
                                  const ReadOptions& options = {}) noexcept;

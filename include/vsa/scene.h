@@ -18,9 +18,10 @@
 namespace vsa {
 
 /// A scene of the library with all its nodes, inputs and values. Objects can be moved, but not
-/// copied. A new scene is empty. It allocates memory only when it is changed, or when plain() is
-/// called for a scene that is not const. A scene that was moved from is empty, too. One thread at a
-/// time may change a scene. Several threads may read it while no thread changes it.
+/// copied. After a move, views of the contents stay valid, and the scene that was moved from is
+/// empty. A new scene is empty, too. It allocates memory only when it is changed, or when plain()
+/// is called for a scene that is not const. One thread at a time may change a scene. Several
+/// threads may read it while no thread changes it.
 class VSA_API Scene {
  public:
   /// An empty scene.
@@ -74,19 +75,20 @@ class VSA_API Scene {
   /// a text. Fails with BadComment, BadVersionComment or NulCharacter if no text can represent the
   /// comment.
   Status addComment(TextParameter comment) noexcept;
-  /// Resets the header to version 1, no time and no comments. This is the header before a file is
-  /// read.
+  /// Resets the header to version 1, no time and no comments. The functions of read.h do the same
+  /// before they read a text, except with ReadOptions::keepHeader.
   Status clearHeader() noexcept;
 
   // The plain interface.
 
   /// Returns the scene as an object of the plain interface. The reference is valid until this
-  /// vsa::Scene is destroyed, moved from or assigned to. If this object does not exist yet, the
-  /// function allocates it, and may throw std::bad_alloc.
+  /// vsa::Scene is destroyed or assigned to. If this vsa::Scene is moved from, the reference is to
+  /// the scene of the new owner. If there is no object of the plain interface yet, the function
+  /// allocates it, and may throw std::bad_alloc.
   zn::korvo_sdk::Scene& plain();
-  /// Returns the scene as a constant object of the plain interface. If this object does not exist
-  /// yet, the result is an empty scene that all vsa::Scene objects share, and the function may
-  /// throw std::bad_alloc.
+  /// Returns the scene as a constant object of the plain interface. If there is none yet, the
+  /// result is an empty scene that all vsa::Scene objects share, and the function may throw
+  /// std::bad_alloc.
   const zn::korvo_sdk::Scene& plain() const;
 
  private:

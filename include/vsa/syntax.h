@@ -88,8 +88,8 @@ struct SyntaxToken {
 /// Reads a text, token by token.
 class VSA_API SyntaxReader {
  public:
-  /// Reads a text in memory. Its characters must not change. Each token is one piece, and
-  /// SyntaxToken::text is a view into the text.
+  /// Reads a text in memory. Each token is one piece, and SyntaxToken::text is a view into the
+  /// text. The characters must exist unchanged as long as the reader or one of its tokens is used.
   explicit SyntaxReader(std::string_view text);
   /// Reads a source from its current position. The source must exist until the last call of `next`.
   /// SyntaxToken::text is valid until the next call.
@@ -129,8 +129,9 @@ struct ListPart {
 
 /// Splits a list token, `(...)` or `{...}`, into its elements as the parser converts them. White
 /// space, commas and brackets of other kinds separate elements. Brackets of the list's own kind do
-/// not separate elements, and neither does white space directly before a closing one. The pieces of
-/// a long token can be added one after another. An object reads one list.
+/// not. Neither does a comma, a bracket of another kind or a run of white space if a closing
+/// bracket of the list's own kind follows directly: "((1,)2)" has one element, 12. The pieces of a
+/// long token can be added one after another. An object reads one list.
 ///
 ///   vsa::ListReader list(token.text);
 ///   while (list.next(part)) use(part);

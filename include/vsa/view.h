@@ -382,7 +382,8 @@ class SceneView {
   // The header of the file.
 
   /// The version of the format. It is 0 if nothing has set it. After a text without a version was
-  /// read, it is 1, except with ReadOptions::keepHeader.
+  /// read, it is 1, unless the reading has kept the header (see ReadOptions::keepHeader and
+  /// <vsa/parse.h>).
   std::uint64_t fileVersion() const noexcept {
     return scene_ != nullptr ? scene_->fileVersion() : 0;
   }

@@ -127,9 +127,9 @@ typedef struct vsa_options {
 
   /* Called with `progress_data` and the progress of the reading, which is valid during the call.
    * The first call is before the text is read, unless the reading ends before that. Further calls
-   * follow at least 5 milliseconds after one another. A complete reading makes one last call, whose
-   * result is ignored. For all other calls, a result of 0 ends the reading. A null function is not
-   * called. */
+   * follow at least 5 milliseconds after one another. A complete reading makes one last call, which
+   * may follow sooner, and whose result is ignored. For all other calls, a result of 0 ends the
+   * reading. A null function is not called. */
   int (*progress)(void* progress_data, const vsa_progress* progress);
   void* progress_data;
 } vsa_options;

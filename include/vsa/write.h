@@ -6,7 +6,8 @@
 // With the default options, reading the text gives the same scene: the order of nodes and inputs,
 // every bit of every value and buffer, links and header. There are three exceptions. A version of 0
 // may become 1. If no comment contains the version or the time, the writer adds one, which the
-// scene that is read then has, too. Empty arrays without an element type: see docs/writing.md.
+// scene that is read then has, too. For an empty array without an element type, the reader logs an
+// error, although it creates the array: see docs/writing.md.
 //
 // A text cannot represent everything, for instance a name that is not an identifier. What it can
 // represent in a node of a declared type depends on the declaration at the time of the call.

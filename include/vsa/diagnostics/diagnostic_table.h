@@ -1,4 +1,4 @@
-// The table of diagnostics: one row for each message that the library logs or throws about a text.
+// The table of diagnostics: one row for each message of the library about a text.
 //
 //   X(name, id, severity, kind, position, format, arguments)
 //

@@ -35,21 +35,22 @@
 
 namespace zn {
 
-/// Decompresses the text of `size` characters at `data`, including its period. Returns the bytes
-/// and their count, at most `expectedSize`. A smaller count is not an error. The caller frees the
-/// array with delete[]. On failure, the array is null, the count is 0 and `error` is the message.
-/// On success, `error` does not change. The memory needed is proportional to the text and the
-/// result. It does not depend on `expectedSize`. Throws std::bad_alloc.
+/// Decompresses the text of `size` characters at `data`, including its period. `data` may be null
+/// if `size` is 0. Returns the bytes and their count, at most `expectedSize`. A smaller count is
+/// not an error. The caller frees the array with delete[]. On failure, the array is null, the count
+/// is 0 and `error` is the message. On success, `error` does not change. The memory needed is
+/// proportional to the text and the result. It does not depend on `expectedSize`. Throws
+/// std::bad_alloc.
 VSA_API std::pair<unsigned char*, std::size_t> decompress(const unsigned char* data,
                                                           std::size_t size, String& error,
                                                           std::size_t expectedSize);
 
 /// Decompresses into the `expectedSize` bytes at `out`, and returns whether this succeeded.
 /// Allocates memory only for the message of a failure, which may throw std::bad_alloc, and never
-/// writes past `expectedSize`. `out` may be null if `expectedSize` is 0. On success, `length` is
-/// the number of bytes of the result. The function may set up to 32 of the bytes after the result
-/// to zero. It does not change the others. On failure, `length` is 0, `error` is the message, and
-/// the contents of `out` are unspecified.
+/// writes past `expectedSize`. `data` may be null if `size` is 0, and `out` if `expectedSize` is 0.
+/// On success, `length` is the number of bytes of the result. The function may set up to 32 of the
+/// bytes after the result to zero. It does not change the others. On failure, `length` is 0,
+/// `error` is the message, and the contents of `out` are unspecified.
 VSA_API bool decompressInto(const unsigned char* data, std::size_t size, String& error,
                             unsigned char* out, std::size_t expectedSize, std::size_t& length);
 

@@ -15,9 +15,9 @@ class OpenFile;
 
 /// A source of bytes for a File. A host can derive a class from it to read from an archive, a
 /// socket or memory. Create the object with `new`: the handles of the File own it. File does not
-/// catch the exceptions of these functions. The reader handles them like exceptions that the scene
-/// throws. There is one exception: while the first three tokens are read, all of them propagate out
-/// of the entry point.
+/// catch the exceptions of these functions. While the first three tokens are read, all exceptions
+/// propagate out of the entry point. Later the reader handles them like exceptions that the scene
+/// throws.
 class VSA_API ByteSource : public RefCounted {
  public:
   /// Writes up to `capacity` bytes to `to` and returns their number. `capacity` is 1 or more. A

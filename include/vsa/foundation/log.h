@@ -8,8 +8,8 @@
 
 namespace zn {
 
-/// The severity of a log line. An Error stops the parse, rejects a value or tells that the text is
-/// cut off. Any other problem is a Warning: see korvo_sdk::Severity.
+/// The severity of a log line. An Error stops the parse or rejects a value. Any other problem is a
+/// Warning: see korvo_sdk::Severity.
 enum class LogLevel { Warning, Error };
 
 /// Receives the lines of the log. If several threads read, all of them may call a shared sink at

@@ -1,6 +1,5 @@
-// Vector: contiguous elements in the order of insertion. The first call of `push_back` sets the
-// capacity to 2, except after a call of `reserve` or `reserveAdditional`. A full vector doubles its
-// capacity.
+// Vector: contiguous elements in the order of insertion. `push_back` doubles the capacity of a full
+// vector. A capacity of 0 becomes 2.
 #pragma once
 
 #include <algorithm>

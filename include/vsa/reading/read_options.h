@@ -21,8 +21,9 @@ inline constexpr std::uint64_t UNLIMITED = std::numeric_limits<std::uint64_t>::m
 /// before the library allocates memory for the part of the text that exceeds the limit. There is
 /// one exception: a buffer that is too large does not end the reading. Its input gets an empty
 /// buffer of the element type, and the status at the end is OverLimit unless the reading ends for
-/// another reason. The message of its diagnostic contains the path of the input, the declared
-/// count, and how many numbers or compressed bytes the list of the buffer contains.
+/// another reason. The message of its diagnostic contains the path of the input (at most its first
+/// 200 bytes), the declared count, and how many numbers or bytes of compressed text the list of the
+/// buffer contains.
 struct ReadLimits {
   /// Bytes of the text, without a byte order mark. If the size is known in advance and exceeds the
   /// limit, nothing is read.
@@ -65,7 +66,8 @@ struct ReadProgress {
   /// them.
   std::uint64_t bytesRead = 0;
   /// Bytes of the text, without a byte order mark. It is not set if the size of the text is 0 or
-  /// not known. In the last call of a complete reading, it equals `bytesRead`.
+  /// not known. There is one exception: in the last call of a complete reading, it is always set
+  /// and equals `bytesRead`.
   std::optional<std::uint64_t> bytesTotal;
   /// The number of links that were resolved. It is 0 until the whole text has been read.
   std::uint64_t linksResolved = 0;
@@ -91,11 +93,11 @@ struct ReadOptions {
   /// The limits of the reading.
   ReadLimits limits;
   /// Called with the progress of the reading. The first call is before the text is read, unless the
-  /// reading ends before that. Further calls follow at least 5 milliseconds after one another. They
-  /// are made also while a long list is converted, a long string or compressed buffer is expanded,
-  /// or links are resolved. If the function returns false, the reading ends with
-  /// ReadStatus::Cancelled. A complete reading makes one last call, with all bytes read and all
-  /// links resolved. The result of that call is ignored.
+  /// reading ends before that. Further calls follow at least 5 milliseconds after one another, also
+  /// while a long list is converted, a long string or compressed buffer is expanded, or links are
+  /// resolved. If the function returns false, the reading ends with ReadStatus::Cancelled. A
+  /// complete reading makes one last call, with all bytes read and all links resolved. This call
+  /// may follow sooner, and its result is ignored.
   std::function<bool(const ReadProgress&)> onProgress;
   /// Called with each diagnostic when it is found, in the order of the log. It is also called for
   /// diagnostics that are not kept.

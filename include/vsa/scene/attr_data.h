@@ -12,7 +12,7 @@ namespace zn::korvo_sdk {
 
 /// The payload of a buffer value. It is a plain value and does not own the memory: see AttrData.
 struct BufferValue {
-  unsigned char* memory;  ///< `bytes` bytes from malloc or calloc; null if `count` is 0.
+  unsigned char* memory;  ///< `bytes` bytes from malloc, calloc or realloc; null if `count` is 0.
   std::uint64_t count;    ///< The number of elements; 0 for a literal that the reader skips.
   std::uint64_t bytes;    ///< `count` times the bytes of one element. It never overflows.
   DataType type;          ///< The type of the elements.
@@ -35,7 +35,7 @@ struct AttrData {
     bool boolean;
     std::int64_t integer;  ///< The value of an Int; for a UInt, the same 64 bits.
     double real;
-    char* string;  ///< The characters with a NUL, from malloc; may be null if empty.
+    char* string;  ///< The characters with a NUL, from malloc or realloc; may be null if empty.
     BufferValue buffer;
     math::VecT<2, double> vec2;
     math::VecT<3, double> vec3;

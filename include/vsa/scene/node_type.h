@@ -30,7 +30,7 @@ struct InputDeclaration {
 
 /// A former name and its current name.
 struct FormerName {
-  std::string former;  ///< The name in older texts.
+  std::string former;  ///< The name in older texts. For a repeated name, the last one applies.
   /// The name that replaces it. It is not translated again, even if it is the former name of
   /// another input or output.
   std::string current;
