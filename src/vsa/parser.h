@@ -3,8 +3,8 @@
 // A grammar function returns false and consumes nothing if the next tokens do not match its
 // production. It throws DiagnosticError if the first tokens match and a later token does not. Two
 // functions may also return false after they have consumed tokens: parseAssign if no right-hand
-// side follows the path, and `scalar` (also its part `tuple`) if the literal does not convert. Only
-// parseText turns DiagnosticError into a result; other handlers throw it again.
+// side follows the path, and `scalar` (also its part `tuple`) if the literal does not convert. In
+// this class, only parseText turns DiagnosticError into a result; other handlers throw it again.
 #pragma once
 
 #include <cstdarg>

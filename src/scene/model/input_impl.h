@@ -24,7 +24,8 @@ class InputImpl final : public Input {
   InputImpl(NodeImpl* node, const String& name, AttrType type);
   /// Creates a member of `parent`, or the element of `parent` at `index`.
   InputImpl(InputImpl* parent, const String& name, std::uint32_t index, AttrType type);
-  /// Frees the memory of the value, except memory from the scene's pool. Accesses no other object.
+  /// Frees the memory of the value, except memory from the scene's pool. Accesses no other object
+  /// in a slab, because the scene may have destroyed it already.
   ~InputImpl();
 
   const String& name() const noexcept { return name_; }

@@ -2,7 +2,7 @@
 //
 // The parser calls the session, for example, when a statement begins, before it allocates memory
 // for the scene or for a value, and before it assigns a value. The entry points of the plain
-// interface attach no session. The parser then tests one null pointer instead of each call.
+// interface attach no session: the pointer of the parser is null, and it makes none of these calls.
 #pragma once
 
 #include <cstdint>
@@ -56,7 +56,7 @@ class ReadSession {
   struct Counts {
     std::uint64_t statements = 0;  ///< The statements that have begun.
     std::uint64_t nodes = 0;       ///< The nodes that the text has created.
-    std::uint64_t elements = 0;    ///< The array elements that the text has appended.
+    std::uint64_t elements = 0;    ///< The array elements that the text has appended or tried to.
     std::uint64_t values = 0;      ///< The values given to inputs, without those of dropped nodes.
     std::uint64_t links = 0;       ///< The links whose resolution has started.
   };

@@ -1,10 +1,10 @@
 // Lexer: converts characters to tokens. Internal.
 //
-// `consume` fetches the characters from the source. Only the first one is fetched by the
-// constructor of the source. `consume` defines how positions are counted. A source may also expose
-// its buffered bytes as a window. The inner loops then scan the window and compute the position
-// once for a run of bytes. At the end of the window, and without a window, they call `consume` for
-// each character. Both ways give the same result.
+// A derived class fetches the characters from a source: its constructor the first one, and
+// `consume` the others. `consume` defines how positions are counted. A derived class may also
+// expose the buffered bytes of its source as a window. The inner loops then scan the window and
+// compute the position once for a run of bytes. At the end of the window, and without a window,
+// they call `consume` for each character. Both ways give the same result.
 #pragma once
 
 #include <cstddef>
@@ -80,8 +80,8 @@ class Lexer {
   /// Whether `lookaheadChar` may follow the first character of a number.
   bool isNumberChar() const;
 
-  /// The number of bytes that were collected, which means copied to a buffer: those of the token
-  /// that is being read if it is collected, otherwise those of an earlier token, or 0.
+  /// The number of bytes in the buffer of collected characters. They belong to the token that is
+  /// being read or, if its characters are not collected, to an earlier token.
   std::uint64_t collectedBytes() const noexcept { return chars_.size; }
 
   /// The record of the last error. A default record if there was no error. For an invalid

@@ -1,5 +1,5 @@
-// Normalises lists. There is a portable version (kernel) of the function, and on x86-64 also two
-// with vector instructions (SSE4.2 and AVX2), which process one vector of bytes per step.
+// Normalises lists. normalizeList() has a portable version (kernel), and on x86-64 also two with
+// vector instructions (SSE4.2 and AVX2), which process one vector of bytes per step.
 //
 // Two table look-ups, by the high and the low nibble, classify a byte (Langdale and Lemire,
 // "Parsing Gigabytes of JSON per Second", 2019). Most lists are almost in normal form, so most

@@ -17,8 +17,8 @@ namespace vsa::impl {
 
 /// The right-hand side of the statement of an input.
 enum class Form : std::uint8_t {
-  /// No statement of its own. The statements of the elements or members create the input. A plan
-  /// with a reason that is not replaced has this form, too: its input is not written.
+  /// No statement of its own. The statements of the elements or members create the input. The plan
+  /// of an input that is not written has this form, too (see `Plan::reason` and `isReplaced`).
   Inside,
   /// A literal.
   Value,
