@@ -14,7 +14,8 @@ struct NumberField {
   std::size_t begin;  ///< The offset of its first byte, from the opening bracket of the list.
   std::size_t end;    ///< The offset after its last byte, from the opening bracket of the list.
   /// Its characters. Further brackets of the list's own kind do not end a number and are left out,
-  /// as in the lexer: the text of the number in "(1(2)" is "12".
+  /// as in the lexer, and so is a separator directly before a closing one: the text of the number
+  /// in "(1(2)" and in "((1,)2)" is "12".
   std::string text;
   std::size_t index;  ///< The index of the number in the list, from 0.
 };
