@@ -45,7 +45,8 @@ inline void clear(StatementOutline& out) {
 }
 
 // Each function below begins at the current token, and ends at the first token after its
-// production.
+// production. There is one exception: if the production ends in a semicolon or a colon, the
+// function ends at that token.
 
 // "." input ("[index]" | "." member)*    Begins after the node. "=" or "|" must follow.
 bool path(StatementTokens& tokens, StatementOutline& out) {

@@ -19,7 +19,8 @@ class TokenScanState {
   const char* advance(const char* at, const char* end) noexcept;
 
   bool isOver() const noexcept { return isOver_; }
-  /// The kind of the token. It is final when the token is complete.
+  /// The kind of the token: Word also for `true`, `false` and `null`. It is final when the token is
+  /// complete.
   SyntaxKind kind() const noexcept { return kind_; }
   bool mayHaveLineFeeds() const noexcept { return kind_ != SyntaxKind::Word && !isLine_; }
   /// Ends the token, because the text ends.

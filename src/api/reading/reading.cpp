@@ -1,4 +1,4 @@
-// Reading: opens the source, parses the text, notes its blocks and stores the result.
+// Reading: opens the source, parses the text, records its blocks and stores the result.
 #include "api/reading/reading.h"
 
 #include <limits>

@@ -16,9 +16,9 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Thrown to end a reading without a message of the parser: the reading was cancelled, or it
-/// exceeded a limit. ReadStopped is not a std::exception, so that no handler treats it as an error
-/// of the host.
+/// Thrown to end a reading without a message of the parser: the reading was cancelled, it exceeded
+/// a limit, or a function of the host threw an exception. ReadStopped is not a std::exception, so
+/// that no handler treats it as an error of the host.
 struct ReadStopped {};
 
 /// The position of a token's last character. Both members are zero before the first token.

@@ -310,8 +310,9 @@ void Lexer::list(ds::Vector<char>& chars, char open, char close) {
   }
 }
 
-// Appends one blank between two elements. Appends nothing next to the brackets of the list or after
-// a blank.
+// Appends one blank between two elements. Appends nothing after a blank, after the opening bracket
+// of the list, and before a closing bracket of the list's kind, even if it closes a nested list: so
+// "((1,)2)" becomes "(12)", too.
 void Lexer::separate(ds::Vector<char>& chars, char open, char close) {
   const char last = chars.size == 0 ? '\0' : chars[chars.size - 1];
   if (String::isSpace(last) || !String::isPrintable(last)) return;
