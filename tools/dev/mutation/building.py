@@ -46,7 +46,8 @@ def listed_files(target):
 
 @functools.lru_cache(maxsize=None)
 def time_of(file):
-    """Returns when the file was changed, or infinity if it does not exist. It does not change during the run."""
+    """Returns when the file was changed, or infinity if it does not exist. The result is kept, because no file of the
+    copy changes during the run."""
     return os.stat(file).st_mtime if os.path.exists(file) else float("inf")
 
 
@@ -57,7 +58,8 @@ def is_fresh(target):
 
 
 def write_embedded(tree):
-    """Writes the source that tools/vsa/common/embedded/embed.cmake generates, unless it is newer than the files."""
+    """Writes the source that tools/vsa/common/embedded/embed.cmake generates. It gets the time of the newest embedded
+    file, so that it is compiled again only if one of them has changed."""
     source = tree / EMBEDDED_SOURCE
     text = '#include "tools/vsa/common/embedded/embedded_files.h"\nnamespace vsa_tools {\n'
     for function, file in EMBEDDED.items():
@@ -138,7 +140,8 @@ class Base:
             must([*self.command(file), "-MMD", self.tree / file, "-o", self.object(file)])
 
     def compile_changed(self, file, changed, overlay, target):
-        """Compiles `file` with the sources of `overlay` first. Returns whether it compiles."""
+        """Compiles `file` with the source or header `changed`, whose copy with the mutant is in `overlay`. Returns
+        whether it compiles."""
         place = overlay if file == changed else self.tree
         return quietly([*self.command(file, overlay), place / file, "-o", target])
 

@@ -95,5 +95,5 @@ class Log:
         print(f"{percent(killed, tried):.1f} % of all are killed, {share:.1f} % of those that are not equivalent\n"
               f"{survived} survived: {same} equivalent, {survived - same - fresh} otherwise explained, "
               f"{fresh} to be looked at\n"
-              f"{stillborn} more did not compile, {self.outdated} in the log are of lines that have changed")
+              f"{stillborn} more did not compile or link, {self.outdated} in the log are of lines that have changed")
         return share >= BAR

@@ -91,7 +91,8 @@ def limit(seconds):
 
 
 def end_of(process, seconds):
-    """Waits for a program that uses its processor time, or waits for something. Returns its output and its status."""
+    """Waits for the end of a program. The limit of its processor time does not end a program that waits for something,
+    so it is killed after a longer time. Returns its output and its status."""
     try:
         shown = process.communicate(timeout=60 + 20 * seconds)[0]
     except subprocess.TimeoutExpired:
