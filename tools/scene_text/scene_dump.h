@@ -61,8 +61,8 @@ struct DumpOptions {
   std::function<ChosenInputs(const zn::korvo_sdk::Node&)> choose = nullptr;
 };
 
-/// Writes the JSON of the first dumpJson(), changed as the options say, for a log that is not in
-/// memory. Calls `writeLog` once to write the log.
+/// Writes the JSON of the dumpJson() above, changed as the options say. Calls `writeLog` once,
+/// which writes the log, so that no list of its entries is needed.
 void dumpJson(const ReadStatus& status, const LogWriter& writeLog,
               const zn::korvo_sdk::Scene& scene, TextOutput& out, const DumpOptions& options = {});
 
