@@ -1,5 +1,5 @@
-// Handling of Ctrl-C: a command ends its readings, prints what it has found and exits with
-// EXIT_INTERRUPTED.
+// Handling of Ctrl-C: a command ends its readings and exits with EXIT_INTERRUPTED. Some commands
+// print what they have found until then.
 #pragma once
 
 namespace vsa_tools {

@@ -1,4 +1,4 @@
-// Detects files in UTF-16 and UTF-32.
+// Detects files in UTF-16 and UTF-32, and compressed files.
 #pragma once
 
 #include <string_view>

@@ -24,8 +24,8 @@ class InspectedSource : public vsa::Source {
 
   /// Reads the first bytes if they were not read before.
   void readHead();
-  /// The error if the source failed before its first byte, otherwise empty. readHead() must be
-  /// called first.
+  /// The error if the source failed before its first byte, otherwise empty. Call it after
+  /// readHead() and before the first read().
   std::string openError() const { return pending_.empty() ? rawError() : std::string(); }
 
   /// The first HEAD_BYTES bytes of the file without a UTF-8 byte order mark. A shorter file has

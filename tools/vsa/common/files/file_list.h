@@ -29,8 +29,8 @@ enum class NameSeparator : char { LineEnd = '\n', Nul = '\0' };
 ///           folders whose names begin with a period are omitted, and links to folders are not
 ///           followed.
 ///   @LIST   the files and folders that the file LIST names ("@-" reads the list from standard
-///           input). Names of blanks only are skipped, except that with NameSeparator::Nul only
-///           empty names are.
+///           input). "@x" in a list is the file of that name, not another list. Empty names are
+///           skipped and, unless the separator is NameSeparator::Nul, names of blanks only.
 ///   FILE    the file, even if it does not exist ("-" is standard input, and "./@x" is for a name
 ///           that begins with "@")
 FileList listFiles(const std::vector<std::string>& arguments,

@@ -57,8 +57,7 @@ class OrderedWork {
     }
   }
 
-  /// If the work on an item or the consumer has thrown an exception, throws it. The threads must
-  /// have ended.
+  /// Throws the exception that has ended the work, if there is one. The threads must have ended.
   void throwError() const {
     if (error_) std::rethrow_exception(error_);
   }

@@ -6,8 +6,7 @@
 namespace vsa_tools {
 
 /// Returns whether a diagnostic reports a link that was not made: its node or output does not
-/// exist, its source is no path `node.output`, or the input of a reference already has a value,
-/// which is not a reference.
+/// exist, its source is no path `node.output`, or the input of a reference has another type.
 inline bool isBrokenLink(vsa::DiagnosticId id) {
   using vsa::DiagnosticId;
   return id == DiagnosticId::NoNodeToConnect || id == DiagnosticId::NoNodeToAssign ||

@@ -14,8 +14,8 @@ namespace vsa_tools {
 
 namespace {
 
-// Returns the number of bytes of the UTF-8 character that begins with the byte `first`. Returns 1
-// if no longer character begins with it.
+// Returns how many bytes a UTF-8 character has if it begins with the byte `first`, by the highest
+// bits of that byte. The byte may be invalid in UTF-8.
 std::size_t characterBytes(unsigned char first) {
   if (first >= 0xF0) return 4;
   if (first >= 0xE0) return 3;
