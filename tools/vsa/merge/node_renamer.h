@@ -1,4 +1,4 @@
-// NodeRenamer: renames the nodes of a text.
+// writeRenamed(): renames the nodes of a text.
 #pragma once
 
 #include <map>

@@ -23,11 +23,12 @@ struct TreeOptions {
   std::vector<std::string> names, types;
 };
 
-/// Prints a tree for each root and returns the number of roots. A root that is already shown below
-/// an earlier root has no tree of its own. Below a node there is a line for each of its links. The
-/// links of the target follow that line. The lines of a node are shown only once. If a node has
-/// lines, a later link to it ends in "shown above", a link from a node below it ends in "circle",
-/// and a first link at the maximum depth ends in "...". Does not recurse. The size of the output is
+/// Prints a tree for each root and returns the number of roots. Below a node there is a line for
+/// each of its links. The links of the target follow that line. The lines of a node are shown only
+/// once: a root whose lines are already shown below an earlier root has no tree of its own, and a
+/// later link to a node ends in "shown above". A link to a node whose lines are not complete yet
+/// ends in "circle". Lines beyond the maximum depth are replaced by "..." after their node. A link
+/// to a node without lines ends in none of these. Does not recurse. The size of the output is
 /// proportional to the number of its lines, even for long chains.
 std::uint64_t printTree(vsa::SceneView scene, const TreeOptions& options, TextOutput& out);
 

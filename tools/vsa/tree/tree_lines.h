@@ -24,10 +24,11 @@ struct TreeLine {
 };
 
 /// Returns the lines of a node in the order of its inputs. Values have lines only if `inputs` is
-/// true, except those that other lines show: references, and objects with members. In an array of
-/// objects, arrays or buffers, only values in the first ten elements have lines, and a line with
-/// the number of the other elements follows. The elements of other arrays are in the line of their
-/// array. All links have lines.
+/// true. Inputs that other lines show have no line for their value: references to a node, inputs
+/// with only a connection, and objects with members. In an array of objects, arrays or buffers,
+/// only values in the first ten elements have lines, and a line with the number of the other
+/// elements follows. The elements of other arrays are in the line of their array. All links have
+/// lines.
 std::vector<TreeLine> treeLines(vsa::NodeView node, bool inputs);
 
 /// Returns whether treeLines() returns at least one line.

@@ -16,7 +16,7 @@ bool isNumber(ValueType type) {
   return type == ValueType::Int || type == ValueType::UInt || type == ValueType::Real;
 }
 
-// Returns the type that values of both types convert to, or Null if there is none.
+// Returns the type for an input with values of both types, or Null if it gets no type.
 ValueType commonType(ValueType a, ValueType b) {
   if (a == b) return a;
   if (isNumber(a) && isNumber(b)) return ValueType::Real;

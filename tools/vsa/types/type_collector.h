@@ -15,7 +15,7 @@ class TypeCollector {
  public:
   /// Adds the types of the nodes of a scene, with their inputs and outputs. Leaves out nodes
   /// without a type (see TypedScene). The outputs are those that connections name. An input with
-  /// values of several types gets the type that they all convert to, or no type if there is none.
+  /// values of several types gets the type Real if all of them are numbers, and no type otherwise.
   void add(const TypedScene& scene);
   /// Returns the types as JSON in the form of docs/types.schema.json, sorted by name. Each byte
   /// that is not valid UTF-8 becomes U+FFFD.

@@ -8,12 +8,14 @@
 
 namespace vsa_tools {
 
-/// A scene for one reading. It records which nodes "define" creates. Such a node has no type: its
-/// name is stored as its type, so a declaration such as `lamp lamp;` gives an equal node.
+/// A scene for one reading. It records which nodes "define" creates. Such a node has no type, but
+/// its name is stored as its type. The scene alone does not show this, because a declaration such
+/// as `lamp lamp;` creates an equal node.
 class TypedScene final : public ForwardingScene {
  public:
   vsa::SceneView view() const { return scene(); }
-  /// Whether the node has a type. A node that "define" or "with" created has none.
+  /// Whether the node has a type. A node that "define" created has none, and neither has a node of
+  /// type "with", because `with name:` creates such nodes.
   bool hasType(const vsa::NodeView& node) const {
     return !defined_.contains(node.plain()) && node.type() != "with";
   }
