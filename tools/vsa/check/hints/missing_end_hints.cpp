@@ -56,8 +56,8 @@ std::optional<Suggestion> nearestKeyword(std::string_view word, bool isBuffer) {
   return nearest.found();
 }
 
-// Adds a hint for a word before a list that is no keyword of this format, for example because other
-// languages name a type so.
+// Adds a hint for a word before a list if the word is no keyword of such a list, for example
+// because it is the name of a type in other languages.
 void hintForUnknownKeyword(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string word = loweredName(text.bytesOf(range));
   const bool isBuffer = text.at(text.beginBehind(range.end.offset)) == '[';

@@ -16,7 +16,7 @@ bool isConstant(std::string_view word) {
   return lower == "true" || lower == "false" || lower == "null";
 }
 
-// Whether the statement before `offset` removes a node. That may be the node that is set.
+// Whether the statement before `offset` removes a node. That node may be the with node.
 bool isBehindRemoval(HintText& text, std::uint64_t offset) {
   const std::uint64_t end = text.endBefore(offset);
   if (end == 0 || text.at(end - 1) != ';') return false;

@@ -17,7 +17,8 @@ bool expects(const vsa::Diagnostic& diagnostic, std::string_view type) {
   return diagnostic.argument("expected") == type;
 }
 
-// Returns whether a number has only digits and a sign. With ".0" at its end, it is a Real.
+// Returns whether a number has only digits, after an optional minus sign. With ".0" at its end, it
+// is a Real.
 bool isPlainInteger(std::string_view number) {
   if (number.starts_with('-')) number.remove_prefix(1);
   return !number.empty() && number.find_first_not_of("0123456789") == std::string_view::npos;

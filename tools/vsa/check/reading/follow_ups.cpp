@@ -9,8 +9,8 @@ namespace {
 
 using vsa::DiagnosticId;
 
-// The diagnostics about a value that does not fit its input. The reader refuses it, or converts it
-// with a loss (Narrowing).
+// The diagnostics about a value that does not fit its input, or whose index the array does not
+// allow. The reader refuses the value, or converts it with a loss (Narrowing).
 constexpr std::array REFUSALS = {DiagnosticId::WrongType, DiagnosticId::Narrowing,
                                  DiagnosticId::CannotAssignType, DiagnosticId::CannotAssignNode,
                                  DiagnosticId::TooManyEmptyElements};

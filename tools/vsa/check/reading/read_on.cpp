@@ -187,8 +187,9 @@ class FurtherReading {
     if (name.empty() || !repair_.isSuspect(name)) consumer_(found);
   }
 
-  /// Returns whether the diagnostic only follows from one that was already reported: about the same
-  /// missing node, or, if it is about a with node that is not set, about any such statement.
+  /// Returns whether the diagnostic only follows from one that was already reported. If it is about
+  /// a missing node, this is one about the same node, or about a statement that may have declared
+  /// the node. If it is about a with node that is not set, this is any such diagnostic.
   bool isOfMissingNode(const Diagnostic& found) {
     if (found.id == DiagnosticId::WithNodeNotSet) return std::exchange(isNodeMissing_, true);
     const std::string_view name = missingNode(found);

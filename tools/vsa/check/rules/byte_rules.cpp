@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t BLOCK_BYTES = 64;
 constexpr std::size_t LARGE_BLOCK_BYTES = 256;
 
-// Returns a number whose highest bit is set if any byte is not ASCII, a NUL or a carriage return.
+// Returns a number whose highest bit is set if any byte is a NUL, a carriage return or not ASCII.
 // Subtracting 1 sets that bit of a NUL, and of no other byte that is ASCII.
 unsigned char othersIn(const char* bytes, std::size_t count) {
   unsigned char others = 0;

@@ -8,8 +8,8 @@
 namespace vsa_tools {
 
 /// Returns whether the comma at `at` is probably a decimal point: the digits before it and after it
-/// belong to no other comma and no point. Otherwise a point there makes no number: "1.5,2" and
-/// "1,000,000" remain wrong with it.
+/// belong to no other comma and no point. The commas of "1.5,2" and "1,000,000" are none, because
+/// "1.5.2" and "1.000.000" are no numbers either.
 bool isDecimalComma(std::string_view text, std::size_t at);
 
 /// Returns whether all numbers of a list probably have decimal commas. `numbers` is the number of

@@ -16,7 +16,8 @@ namespace vsa_tools {
 struct SceneFinding {
   /// The part of the text to show: the last value of the input, the first occurrence of its path,
   /// the name of the node in its declaration, or the type in that declaration. For an object or
-  /// array, value and path are those in the first statement about a member or element.
+  /// array, value and path are in the first statement about a member or element. The path is then
+  /// its first name, and the value is that of the element, or the whole path for a member.
   enum class Place : std::uint8_t { Value, Path, Node, Type };
 
   RuleId rule;

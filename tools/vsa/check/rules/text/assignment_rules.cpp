@@ -26,8 +26,7 @@ class AssignedInputs {
   /// The result of of() for a statement that the rules ignore. No std::optional is returned,
   /// because GCC copies one by a load of both its members right after it has stored each of them,
   /// and the processor waits for the stores. That took 4 % of the time of vsa check for 2,000 files
-  /// of 7 KB
-  /// (`./dev bench --check`). An input has this key with a probability of 2^-64.
+  /// of 7 KB (`./dev bench --check`). An input has this key with a probability of 2^-64.
   static constexpr PathKey NONE = 0;
 
   /// Returns the key of the input that the statement assigns, or NONE. Must be called for all
@@ -104,9 +103,9 @@ class AssignmentRules final : public StatementRule {
   }
 
  private:
-  // The number of keys that are inserted together. The first key then waits no more for the memory
-  // that the set loads. In a text of 46 MB, insertions one by one took a fifth of the whole time
-  // (`./dev bench --check`, one file of nodes of all kinds).
+  // The number of keys that are inserted together. When the last of them is prefetched, the slot of
+  // the first is already in the cache. In a text of 46 MB, insertions one by one took a fifth of
+  // the whole time (`./dev bench --check`, one file of nodes of all kinds).
   static constexpr std::size_t MAX_WAITING = 16;
 
   // Returns the initial number of slots of the set for a text. A statement of a small text has some
@@ -128,7 +127,7 @@ class AssignmentRules final : public StatementRule {
     waiting_.clear();
   }
 
-  /// The last value and the last connection that statements assign to an input.
+  /// The last statement that assigns a value to an input, and the last one that connects it.
   struct Uses {
     std::optional<std::string_view> value;
     std::optional<std::string_view> connection;

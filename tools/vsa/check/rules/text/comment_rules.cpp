@@ -1,5 +1,5 @@
-// Rules about comments that resemble a version or a time, and about comments that set the time by
-// chance.
+// Rules about comments that resemble a version or a time, that set the time by chance, or that
+// ignore findings of an unknown id.
 #include <algorithm>
 #include <cctype>
 #include <optional>

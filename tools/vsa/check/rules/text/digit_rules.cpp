@@ -170,7 +170,7 @@ class DigitRules final : public StatementRule {
   }
 
   // Checks an integer. It loses digits only if its input is a Real, because an Int keeps all
-  // digits. Inputs of members and elements are not checked.
+  // digits. Members of objects and elements of arrays are not checked.
   void checkInteger(const StatementView& view) {
     const vsa::StatementOutline& statement = view.statement;
     if (statement.word.size() <= INTEGER_DIGITS || !statement.isPlainPath) return;
