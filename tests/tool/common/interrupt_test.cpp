@@ -98,6 +98,16 @@ TEST_F(InterruptTest, TreeDoesNotSayThatANameIsMissing) {
   EXPECT_EQ(content("stderr.txt").find("no node"), std::string::npos) << content("stderr.txt");
 }
 
+// The first bytes of a file are read when the file is opened. Ctrl-C may end the wait for them.
+TEST_F(InterruptTest, CommandsEndBeforeTheFirstByte) {
+  write("a.vsa", "");
+  write("b.vsa", "lamp a;\n");
+  for (const char* command :
+       {"diff - b.vsa", "extract - a", "graph -", "stats -", "tree -", "types -"}) {
+    EXPECT_EQ(statusOf("rm -f pipe; " + interrupted(command, "test $i -gt 4")), 130) << command;
+  }
+}
+
 TEST_F(InterruptTest, DumpPrintsWhatItRead) {
   write("a.vsa", "lamp a: .k = 1;\n.l = 1;\n.m = 1;\n");
   EXPECT_EQ(statusOf(interrupted("dump -", "test $i -gt 10")), 130);

@@ -23,7 +23,6 @@ struct CountedFile {
 };
 
 std::string statusOf(const SceneFile& file) {
-  if (file.exitStatus == EXIT_USAGE) return vsa::name(vsa::ReadStatus::Unreadable);
   const bool isDamaged = file.result.isComplete() && file.exitStatus != EXIT_READ;
   return isDamaged ? "damaged" : vsa::name(file.result.status);
 }

@@ -123,7 +123,8 @@ SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments,
   SceneFile file;
   file.name = shownName(name);
   file.messages = "vsa: " + printable(name + ": " + input.problem) + '\n';
-  file.exitStatus = EXIT_USAGE;
+  file.result.status = vsa::ReadStatus::Unreadable;
+  file.exitStatus = isInterrupted() ? EXIT_INTERRUPTED : EXIT_USAGE;
   return file;
 }
 

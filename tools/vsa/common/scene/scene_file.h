@@ -14,7 +14,8 @@ namespace vsa_tools {
 struct SceneFile {
   /// The name to show in messages: "<stdin>" for "-".
   std::string name;
-  /// The result of the reading, without diagnostics: these are in `messages`.
+  /// The result of the reading, without diagnostics: these are in `messages`. The status is
+  /// Unreadable if the file cannot be opened.
   vsa::ReadResult result;
   /// The lines for standard error, escaped: the diagnostics in the order of the log, then the
   /// reason why the reading ended if no diagnostic contains it, and the damage by a NUL byte or a
@@ -26,7 +27,8 @@ struct SceneFile {
   std::uint64_t brokenLinks = 0;
   /// The elapsed time of the reading. 0 if the file cannot be opened.
   double seconds = 0;
-  /// EXIT_READ, EXIT_NOT_READ, EXIT_USAGE (the file cannot be opened) or EXIT_INTERRUPTED.
+  /// EXIT_READ, EXIT_NOT_READ, EXIT_USAGE (the file cannot be opened) or EXIT_INTERRUPTED (also if
+  /// Ctrl-C was pressed before the first bytes of the file were read).
   int exitStatus = 0;
 };
 
