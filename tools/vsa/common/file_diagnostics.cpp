@@ -10,23 +10,16 @@ vsa::ReadOptions FileDiagnostics::options() {
   return options;
 }
 
-// Prints and counts a diagnostic. The diagnostic that ends the reading is printed even after
+// Prints or counts a diagnostic. The diagnostic that ends the reading is printed even after
 // --max-diagnostics.
 void FileDiagnostics::add(const vsa::Diagnostic& diagnostic) {
-  const bool isWarning = diagnostic.severity == vsa::Severity::Warning;
-  const bool isPrinted =
-      diagnostic.endedReading || warnings_ + errors_ < arguments_.maxDiagnostics();
-  ++(isWarning ? warnings_ : errors_);
-  if (!isPrinted) {
-    ++notPrinted_;
-    return;
-  }
-  print(positionOf(diagnostic), diagnostic.severity, arguments_.lineOf(diagnostic));
+  const bool isPrinted = diagnostic.endedReading || printed_ < arguments_.maxDiagnostics();
+  ++(isPrinted ? printed_ : notPrinted_);
+  if (isPrinted) print(positionOf(diagnostic), diagnostic.severity, arguments_.lineOf(diagnostic));
 }
 
 void FileDiagnostics::add(const FileOutcome& outcome) {
   for (const Loss& loss : outcome.losses) {
-    ++errors_;
     print(loss.position, vsa::Severity::Error, loss.text);
   }
   if (notPrinted_ > 0) printNotPrinted(name_, notPrinted_);

@@ -13,8 +13,8 @@
 
 namespace vsa_tools {
 
-/// Prints the diagnostics of one file while it is read, and counts them. It keeps none in memory.
-/// warnings() and errors() also count those that are not printed.
+/// Prints the diagnostics of one file while it is read, up to --max-diagnostics. It keeps none in
+/// memory.
 class FileDiagnostics {
  public:
   /// `arguments` must outlive the object.
@@ -24,12 +24,9 @@ class FileDiagnostics {
   /// Returns options for a reading whose diagnostics this object is to print. The object must
   /// outlive the reading.
   vsa::ReadOptions options();
-  /// Prints and counts the errors that are not in the log, and prints how many diagnostics were not
-  /// printed. Must be called once, after the reading.
+  /// Prints the errors that are not in the log, and how many diagnostics were not printed. Must be
+  /// called once, after the reading.
   void add(const FileOutcome& outcome);
-
-  std::uint64_t warnings() const { return warnings_; }
-  std::uint64_t errors() const { return errors_; }
 
  private:
   void add(const vsa::Diagnostic& diagnostic);
@@ -38,7 +35,7 @@ class FileDiagnostics {
 
   std::string name_;
   const ReadArguments& arguments_;
-  std::uint64_t warnings_ = 0, errors_ = 0, notPrinted_ = 0;
+  std::uint64_t printed_ = 0, notPrinted_ = 0;
 };
 
 }  // namespace vsa_tools
