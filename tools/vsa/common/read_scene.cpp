@@ -10,7 +10,6 @@ namespace vsa_tools {
 namespace {
 
 using vsa::DiagnosticId;
-using vsa::ReadStatus;
 
 Position beginOf(const vsa::Diagnostic& diagnostic) {
   const vsa::TextPosition& begin = diagnostic.range.begin;
@@ -42,9 +41,9 @@ void addByteLosses(const InspectedSource& source, std::vector<Loss>& losses) {
 
 /// Adds the reason why the reading ended early, if no diagnostic contains that reason.
 void addEnd(const vsa::ReadOutcome& read, bool hasFatal, std::vector<Loss>& losses) {
-  if (read.status == ReadStatus::Unreadable) {
+  if (read.status == vsa::ReadStatus::Unreadable) {
     losses.push_back({"reading failed midway: " + read.message, std::nullopt});
-  } else if (read.status == ReadStatus::Cancelled) {
+  } else if (read.status == vsa::ReadStatus::Cancelled) {
     losses.push_back({"interrupted", std::nullopt});
   } else if (!read.isComplete() && !hasFatal) {
     losses.push_back({read.message, std::nullopt});

@@ -14,7 +14,7 @@ namespace {
 
 /// Hashes eight bytes at a time. Nodes with equal hashes are compared afterwards, so a collision
 /// hides no difference: two different nodes are then reported as one renamed node with differences.
-std::uint64_t hashOf(std::span<const std::byte> bytes) {
+std::uint64_t bytesHash(std::span<const std::byte> bytes) {
   std::uint64_t hash = bytes.size();
   for (; !bytes.empty(); bytes = bytes.subspan(std::min<std::size_t>(8, bytes.size()))) {
     std::uint64_t word = 0;
@@ -24,8 +24,8 @@ std::uint64_t hashOf(std::span<const std::byte> bytes) {
   return hash;
 }
 
-std::uint64_t hashOf(std::string_view text) {
-  return hashOf(std::as_bytes(std::span(text)));
+std::uint64_t textHash(std::string_view text) {
+  return bytesHash(std::as_bytes(std::span(text)));
 }
 
 std::uint64_t valueHash(vsa::InputView input) {
@@ -38,14 +38,14 @@ std::uint64_t valueHash(vsa::InputView input) {
     case vsa::ValueType::Real:
       return std::bit_cast<std::uint64_t>(input.real(0));
     case vsa::ValueType::String:
-      return hashOf(input.string(""));
+      return textHash(input.string(""));
     case vsa::ValueType::Buffer:
       return mixHashes(static_cast<std::uint64_t>(input.buffer().elementType()),
-                       hashOf(input.buffer().bytes()));
+                       bytesHash(input.buffer().bytes()));
     case vsa::ValueType::Array:
       return mixHashes(static_cast<std::uint64_t>(input.elementType()), input.elements().size());
     default:
-      return hashOf(std::as_bytes(input.components()));
+      return bytesHash(std::as_bytes(input.components()));
   }
 }
 
@@ -70,11 +70,11 @@ std::uint64_t mixHashes(std::uint64_t a, std::uint64_t b) {
 NodeContent contentOf(vsa::NodeView node, const std::vector<std::string>& ignored,
                       const std::function<bool(vsa::NodeView)>& hasCounterpart) {
   NodeContent content;
-  content.hash = hashOf(node.type());
+  content.hash = textHash(node.type());
   const auto addLink = [&](std::uint64_t place, vsa::NodeView target) {
     if (!target) return;
     if (hasCounterpart(target))
-      content.hash += mixHashes(place, hashOf(target.name()));
+      content.hash += mixHashes(place, textHash(target.name()));
     else
       content.links.emplace_back(place, target);
   };
@@ -83,12 +83,12 @@ NodeContent contentOf(vsa::NodeView node, const std::vector<std::string>& ignore
         matchesAny(ignored, std::string(node.name()) + '.' + std::string(place.path))) {
       return false;
     }
-    const std::uint64_t path = hashOf(place.path);
+    const std::uint64_t path = textHash(place.path);
     const vsa::ConnectionView source = place.input.connection();
     // A sum, because it does not depend on the order of the inputs.
     content.hash += mixHashes(path, mixHashes(typeHash(place.input), valueHash(place.input)));
     addLink(mixHashes(path, 1), place.input.node());
-    addLink(mixHashes(path, hashOf(source.output())), source.node());
+    addLink(mixHashes(path, textHash(source.output())), source.node());
     return true;
   });
   return content;

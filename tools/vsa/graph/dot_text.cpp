@@ -10,7 +10,7 @@ namespace vsa_tools {
 
 namespace {
 
-constexpr std::size_t NAME_CHARACTERS = 32;
+constexpr std::size_t LABEL_CHARACTERS = 32;
 
 /// Returns a text as a part of a quoted string. "&" is escaped, too, because Graphviz replaces
 /// entities in strings.
@@ -28,7 +28,7 @@ std::string escaped(const std::string& text) {
 }
 
 std::string shortName(const std::string& name) {
-  return escaped(shortText(name, NAME_CHARACTERS));
+  return escaped(shortText(name, LABEL_CHARACTERS));
 }
 
 /// Returns the colour of a box, by its type. The first type has the hue 0.58. The hues of

@@ -11,10 +11,10 @@ namespace {
 
 // Is not ordered_json, because ordered_json searches all keys when a key is added, and a text may
 // have a million types.
-using Json = nlohmann::json;
+using StatisticsJson = nlohmann::json;
 
-Json inputsJson(const SceneStatistics& counts) {
-  Json types = Json::object();
+StatisticsJson inputsJson(const SceneStatistics& counts) {
+  StatisticsJson types = StatisticsJson::object();
   for (std::size_t i = 0; i < counts.inputsByType.size(); ++i) {
     const InputCounts& row = counts.inputsByType[i];
     if (row.inputs + row.members + row.elements == 0) continue;
@@ -24,8 +24,8 @@ Json inputsJson(const SceneStatistics& counts) {
   return types;
 }
 
-Json buffersJson(const SceneStatistics& counts) {
-  Json types = Json::object();
+StatisticsJson buffersJson(const SceneStatistics& counts) {
+  StatisticsJson types = StatisticsJson::object();
   for (std::size_t i = 0; i < counts.buffersByType.size(); ++i) {
     const BufferCounts& row = counts.buffersByType[i];
     if (row.buffers == 0) continue;
@@ -35,8 +35,8 @@ Json buffersJson(const SceneStatistics& counts) {
   return types;
 }
 
-Json largestJson(const SceneStatistics& counts) {
-  Json largest = Json::array();
+StatisticsJson largestJson(const SceneStatistics& counts) {
+  StatisticsJson largest = StatisticsJson::array();
   for (const LargeInput& input : counts.largestInputs) {
     const double share = static_cast<double>(input.bytes) / static_cast<double>(counts.dataBytes);
     largest.push_back({{"file", input.file},
@@ -48,8 +48,8 @@ Json largestJson(const SceneStatistics& counts) {
   return largest;
 }
 
-Json countsJson(const SceneStatistics& counts) {
-  Json nodes = Json::object();
+StatisticsJson countsJson(const SceneStatistics& counts) {
+  StatisticsJson nodes = StatisticsJson::object();
   for (const auto& [type, count] : counts.nodesByType) nodes[type] = count;
   return {{"textBytes", counts.textBytes},
           {"dataBytes", counts.dataBytes},
@@ -72,16 +72,16 @@ Json countsJson(const SceneStatistics& counts) {
 }  // namespace
 
 std::string reportJson(const StatisticsReport& report) {
-  Json files = Json::array();
+  StatisticsJson files = StatisticsJson::array();
   for (const FileStatistics& file : report.files) {
-    Json row = {{"name", file.name}, {"status", file.status}};
+    StatisticsJson row = {{"name", file.name}, {"status", file.status}};
     row.update(countsJson(file.counts));
     files.push_back(std::move(row));
   }
-  const Json json = {{"files", std::move(files)},
-                     {"total", countsJson(report.total)},
-                     {"peakMemoryBytes", report.peakMemoryBytes}};
-  return printableJson(json.dump(1, ' ', false, Json::error_handler_t::replace)) + '\n';
+  const StatisticsJson json = {{"files", std::move(files)},
+                               {"total", countsJson(report.total)},
+                               {"peakMemoryBytes", report.peakMemoryBytes}};
+  return printableJson(json.dump(1, ' ', false, StatisticsJson::error_handler_t::replace)) + '\n';
 }
 
 }  // namespace vsa_tools

@@ -10,7 +10,7 @@ namespace vsa_tools {
 namespace {
 
 constexpr std::uint64_t SHOWN_ELEMENTS = 10;
-constexpr std::size_t PATH_CHARACTERS = 80;
+constexpr std::size_t LINE_PATH_CHARACTERS = 80;
 
 vsa::InputView parentOf(vsa::InputView input) {
   return vsa::InputView(input.plain()->parent());
@@ -27,7 +27,7 @@ bool hasElementLines(vsa::InputView array) {
 /// Returns the path of the input without its node, shortened. The path begins with a period.
 std::string pathInNode(vsa::InputView input) {
   return shortText(std::string_view(input.path()).substr(input.owner().name().size()),
-                   PATH_CHARACTERS);
+                   LINE_PATH_CHARACTERS);
 }
 
 class LineCollector {

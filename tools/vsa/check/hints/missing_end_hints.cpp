@@ -33,8 +33,8 @@ constexpr KeywordAlias TUPLE_ALIASES[] = {
     {"vec4f", "vec4"}, {"vec2d", "vec2"},    {"vec3d", "vec3"},  {"vec4d", "vec4"},
     {"pos3f", "pos3"}, {"quatf", "quat"},    {"mat3f", "mat3"},  {"mat4f", "mat4"},
     {"rgbf", "rgba"},  {"rgbaf", "rgba"},    {"matrix", "mat4"}, {"quaternion", "quat"}};
-constexpr std::string_view TUPLES[] = {"vec2", "vec3", "vec4", "pos2", "pos3",
-                                       "quat", "mat3", "mat4", "rgba"};
+constexpr std::string_view TUPLE_KEYWORDS[] = {"vec2", "vec3", "vec4", "pos2", "pos3",
+                                               "quat", "mat3", "mat4", "rgba"};
 
 template <std::size_t N>
 std::optional<std::string> aliasOf(const KeywordAlias (&aliases)[N], std::string_view word) {
@@ -46,7 +46,7 @@ std::optional<std::string> aliasOf(const KeywordAlias (&aliases)[N], std::string
 
 std::optional<Suggestion> nearestKeyword(std::string_view word, bool isBuffer) {
   NearestName nearest(word);
-  for (const std::string_view tuple : TUPLES) {
+  for (const std::string_view tuple : TUPLE_KEYWORDS) {
     if (!isBuffer) nearest.consider(tuple);
   }
   for (int i = 0; isBuffer && i < zn::korvo_sdk::DATA_TYPE_COUNT; ++i) {

@@ -10,7 +10,7 @@ namespace {
 // The maximum length of compared names. Nobody types longer names by hand.
 constexpr std::size_t MAX_NAME = 200;
 
-char lower(char c) {
+char lowerLetter(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
 }
 
@@ -26,7 +26,7 @@ std::string digitsOf(std::string_view name) {
 
 std::string loweredName(std::string_view name) {
   std::string result(name);
-  std::transform(result.begin(), result.end(), result.begin(), lower);
+  std::transform(result.begin(), result.end(), result.begin(), lowerLetter);
   return result;
 }
 
@@ -39,10 +39,10 @@ std::size_t editDistance(std::string_view a, std::string_view b, std::size_t lim
   for (std::size_t i = 1; i <= a.size(); ++i) {
     row[0] = i;
     for (std::size_t j = 1; j <= b.size(); ++j) {
-      const bool isSame = lower(a[i - 1]) == lower(b[j - 1]);
+      const bool isSame = lowerLetter(a[i - 1]) == lowerLetter(b[j - 1]);
       row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (isSame ? 0 : 1)});
-      const bool isSwapped = i > 1 && j > 1 && lower(a[i - 1]) == lower(b[j - 2]) &&
-                             lower(a[i - 2]) == lower(b[j - 1]);
+      const bool isSwapped = i > 1 && j > 1 && lowerLetter(a[i - 1]) == lowerLetter(b[j - 2]) &&
+                             lowerLetter(a[i - 2]) == lowerLetter(b[j - 1]);
       if (isSwapped) row[j] = std::min(row[j], beforeLast[j - 2] + 1);
     }
     beforeLast.swap(last);

@@ -46,13 +46,14 @@ bool isGrammatical(const std::string& statement) {
   });
 }
 
-bool isWord(std::string_view text, std::string_view word) {
+bool equalsKeyword(std::string_view text, std::string_view word) {
   return std::equal(text.begin(), text.end(), word.begin(), word.end(),
                     [](char a, char b) { return (a | 0x20) == b; });
 }
 
 bool isStatementWord(std::string_view name) {
-  return isWord(name, "with") || isWord(name, "define") || isWord(name, "remove");
+  return equalsKeyword(name, "with") || equalsKeyword(name, "define") ||
+         equalsKeyword(name, "remove");
 }
 
 }  // namespace

@@ -10,8 +10,8 @@ namespace vsa_tools {
 
 namespace {
 
-constexpr std::size_t BLOCK_BYTES = 64;
-constexpr std::size_t LARGE_BLOCK_BYTES = 256;
+constexpr std::size_t SCAN_BLOCK_BYTES = 64;
+constexpr std::size_t LARGE_SCAN_BLOCK_BYTES = 256;
 
 // Returns a number whose highest bit is set if any byte is a NUL, a carriage return or not ASCII.
 // Subtracting 1 sets that bit of a NUL, and of no other byte that is ASCII.
@@ -30,18 +30,18 @@ unsigned char othersIn(const char* bytes, std::size_t count) {
 // them.
 bool isPlain(std::string_view text) {
   unsigned char others = 0;
-  for (; text.size() >= LARGE_BLOCK_BYTES; text.remove_prefix(LARGE_BLOCK_BYTES)) {
-    others |= othersIn(text.data(), LARGE_BLOCK_BYTES);
+  for (; text.size() >= LARGE_SCAN_BLOCK_BYTES; text.remove_prefix(LARGE_SCAN_BLOCK_BYTES)) {
+    others |= othersIn(text.data(), LARGE_SCAN_BLOCK_BYTES);
   }
-  for (; text.size() >= BLOCK_BYTES; text.remove_prefix(BLOCK_BYTES)) {
-    others |= othersIn(text.data(), BLOCK_BYTES);
+  for (; text.size() >= SCAN_BLOCK_BYTES; text.remove_prefix(SCAN_BLOCK_BYTES)) {
+    others |= othersIn(text.data(), SCAN_BLOCK_BYTES);
   }
   return ((others | othersIn(text.data(), text.size())) & 0x80) == 0;
 }
 
 bool isAscii(const char* block) {
   unsigned char all = 0;
-  for (std::size_t i = 0; i < BLOCK_BYTES; ++i) all |= static_cast<unsigned char>(block[i]);
+  for (std::size_t i = 0; i < SCAN_BLOCK_BYTES; ++i) all |= static_cast<unsigned char>(block[i]);
   return all <= 0x7F;
 }
 
@@ -148,7 +148,8 @@ class ByteRules {
   // The offset of the next byte above 0x7F, or the size of the text if there is none.
   std::size_t findNotAscii(std::size_t at) const {
     const auto isNotAscii = [](char c) { return static_cast<unsigned char>(c) > 0x7F; };
-    while (text_.size() - at >= BLOCK_BYTES && isAscii(text_.data() + at)) at += BLOCK_BYTES;
+    while (text_.size() - at >= SCAN_BLOCK_BYTES && isAscii(text_.data() + at))
+      at += SCAN_BLOCK_BYTES;
     while (at < text_.size() && !isNotAscii(text_[at])) ++at;
     return at;
   }

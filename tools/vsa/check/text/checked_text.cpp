@@ -19,8 +19,8 @@ namespace {
 
 // The size of the blocks that are read from a file of unknown size, and the maximum size of the
 // blocks of other files. Between two blocks, reading ends if Ctrl-C was pressed.
-constexpr std::size_t BLOCK_BYTES = std::size_t{1} << 16;
-constexpr std::size_t MAX_BLOCK_BYTES = std::size_t{1} << 22;
+constexpr std::size_t READ_BLOCK_BYTES = std::size_t{1} << 16;
+constexpr std::size_t MAX_READ_BLOCK_BYTES = std::size_t{1} << 22;
 
 template <class Read>
 ssize_t readAgainIfInterrupted(const Read& read) {
@@ -100,8 +100,8 @@ void CheckedText::skipMark() {
 // Returns the size of the block to read after `size` bytes. For a small file, it is one byte more
 // than expected, so that one call reads the file and detects its end.
 std::size_t CheckedText::blockAfter(std::size_t size) const {
-  if (expectedBytes_ == 0 || size > expectedBytes_) return BLOCK_BYTES;
-  return std::min(expectedBytes_ + 1 - size, MAX_BLOCK_BYTES);
+  if (expectedBytes_ == 0 || size > expectedBytes_) return READ_BLOCK_BYTES;
+  return std::min(expectedBytes_ + 1 - size, MAX_READ_BLOCK_BYTES);
 }
 
 // Appends bytes of the file to bytes_ until there are `limit`. Returns true if reading ended before

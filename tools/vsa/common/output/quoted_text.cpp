@@ -10,8 +10,8 @@ namespace vsa_tools {
 
 namespace {
 
-constexpr std::size_t HEAD_BYTES = 120;
-constexpr std::size_t TAIL_BYTES = 60;
+constexpr std::size_t SHOWN_HEAD_BYTES = 120;
+constexpr std::size_t SHOWN_TAIL_BYTES = 60;
 
 // Returns the nearest offset at or before `at` at which a character begins, or `at` if none begins
 // within 3 bytes before it.
@@ -40,8 +40,8 @@ std::string formatted(std::string_view format, const std::vector<std::string>& a
 
 std::string shortened(std::string_view text) {
   if (text.size() <= MAX_QUOTED_BYTES) return std::string(text);
-  const std::size_t head = characterBegin(text, HEAD_BYTES);
-  const std::size_t tail = characterBegin(text, text.size() - TAIL_BYTES);
+  const std::size_t head = characterBegin(text, SHOWN_HEAD_BYTES);
+  const std::size_t tail = characterBegin(text, text.size() - SHOWN_TAIL_BYTES);
   std::string result(text.substr(0, head));
   result += "[... " + std::to_string(tail - head) + " bytes ...]";
   return result += text.substr(tail);

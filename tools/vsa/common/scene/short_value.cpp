@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::uint64_t SHOWN_NUMBERS = 4;
 
-std::string lowerCase(std::string_view text) {
+std::string lowered(std::string_view text) {
   std::string lower(text);
   for (char& c : lower) {
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
@@ -59,7 +59,7 @@ std::string numberList(std::uint64_t count, NumberAt numberAt) {
 
 std::string tupleText(vsa::InputView input) {
   const auto components = input.components();
-  return lowerCase(vsa::typeName(input.type())) + '(' +
+  return lowered(vsa::typeName(input.type())) + '(' +
          numberList(components.size(), [&](auto i) { return numberText(components[i]); }) + ')';
 }
 
@@ -85,7 +85,7 @@ std::string bufferText(const vsa::BufferView& buffer) {
   const std::uint64_t numbers =
       buffer.count() * zn::korvo_sdk::componentCount(buffer.elementType());
   return withList(
-      lowerCase(vsa::typeName(buffer.elementType())) + '[' + std::to_string(buffer.count()) + ']',
+      lowered(vsa::typeName(buffer.elementType())) + '[' + std::to_string(buffer.count()) + ']',
       numberList(numbers, [&](auto i) { return bufferNumber(buffer, i); }));
 }
 
@@ -104,7 +104,7 @@ std::string arrayText(vsa::InputView array) {
   const std::uint64_t count = array.elements().size();
   // An array has no element type if it has had only links, or no elements at all.
   const bool hasType = array.elementType() != vsa::ValueType::Null;
-  const std::string type = hasType ? lowerCase(vsa::typeName(array.elementType())) : "node";
+  const std::string type = hasType ? lowered(vsa::typeName(array.elementType())) : "node";
   std::string text = type + '[' + std::to_string(count) + ']';
   if (hasChildren(array.elementType()) || array.elementType() == vsa::ValueType::Buffer) {
     return text;

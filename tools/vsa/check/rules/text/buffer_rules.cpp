@@ -29,7 +29,7 @@ std::optional<std::uint64_t> countIn(std::string_view brackets) {
   return error == std::errc() ? std::optional(count) : std::nullopt;
 }
 
-std::string counted(std::uint64_t count, const char* what) {
+std::string countWithUnit(std::uint64_t count, const char* what) {
   return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
 }
 
@@ -81,8 +81,8 @@ class BufferRules final : public StatementRule {
     const std::uint64_t whole = size / elementBytes;
     Finding& finding =
         found_.add(RuleId::ShortCompressedData, found_.rangeOf(literal.brackets),
-                   "the compressed data has " + counted(whole, "element") + ", and " +
-                       counted(literal.count, "element") + " are declared; the rest is zero");
+                   "the compressed data has " + countWithUnit(whole, "element") + ", and " +
+                       countWithUnit(literal.count, "element") + " are declared; the rest is zero");
     const bool isByteCount = literal.count == size && elementBytes > 1;
     finding.hint = isByteCount
                        ? "the count is that of elements, and this is that of bytes: write `[" +
@@ -111,8 +111,8 @@ class BufferRules final : public StatementRule {
     if (!isLarge || !found_.isEnabled(RuleId::LargeDeclaredCount)) return;
     found_
         .add(RuleId::LargeDeclaredCount, found_.rangeOf(literal.brackets),
-             "this declares " + counted(literal.count, "element") + " of " +
-                 counted(elementBytes, "byte") + ", far more than is written")
+             "this declares " + countWithUnit(literal.count, "element") + " of " +
+                 countWithUnit(elementBytes, "byte") + ", far more than is written")
         .hint = "write the count of the elements in the list";
   }
 

@@ -23,7 +23,7 @@ constexpr std::size_t FLOAT_DIGITS = 9;
 constexpr std::size_t INTEGER_DIGITS = 15;
 
 // Returns the number of significant digits in a number, without its exponent.
-std::size_t digitsOf(std::string_view number) {
+std::size_t significantDigits(std::string_view number) {
   std::size_t digits = 0;
   for (const char c : number) {
     if (c == 'e' || c == 'E') break;
@@ -58,7 +58,7 @@ bool isCompressed(std::string_view list, std::string_view number) {
 // the exact value of a float written in full.
 bool losesFloatDigits(std::string_view text) {
   double exact = 0;
-  return !isShortFloat(text) && digitsOf(text) > FLOAT_DIGITS && parses(text, exact) &&
+  return !isShortFloat(text) && significantDigits(text) > FLOAT_DIGITS && parses(text, exact) &&
          static_cast<double>(static_cast<float>(exact)) != exact;
 }
 

@@ -12,7 +12,7 @@ namespace {
 
 using vsa::SyntaxKind;
 
-constexpr std::string_view WHITE = " \t\r\n\v\f";
+constexpr std::string_view WHITE_SPACE = " \t\r\n\v\f";
 
 // Packs four characters into one number. Upper-case letters count as lower-case letters, because
 // the bit 0x20 is set in each character. This makes no other character of a name equal to a letter
@@ -67,7 +67,7 @@ struct Elements {
   std::string_view glued;  // the first characters that continue an element without a blank
 };
 
-std::string quoted(std::string_view text) {
+std::string inApostrophes(std::string_view text) {
   std::string shown =
       text.size() > 40 ? std::string(text.substr(0, 37)) + "..." : std::string(text);
   return '\'' + shown + '\'';
@@ -105,10 +105,10 @@ class ListRules final : public StatementRule {
   void checkEmptyCommas(std::string_view list) {
     if (!found_.isEnabled(RuleId::EmptyComma)) return;
     std::size_t at = list.find(',');
-    const std::size_t first = list.find_first_not_of(WHITE, 1);
+    const std::size_t first = list.find_first_not_of(WHITE_SPACE, 1);
     bool isEmpty = at == first;
     while (!isEmpty && at != std::string_view::npos) {
-      const std::size_t next = list.find_first_not_of(WHITE, at + 1);
+      const std::size_t next = list.find_first_not_of(WHITE_SPACE, at + 1);
       isEmpty = next != std::string_view::npos && list[next] == ',';
       at = isEmpty ? next : list.find(',', at + 1);
     }
@@ -174,12 +174,12 @@ class ListRules final : public StatementRule {
 
   void addGlued(std::string_view list, std::string_view part) {
     if (!found_.isEnabled(RuleId::GluedElements)) return;
-    Finding& finding = found_.add(
-        RuleId::GluedElements, found_.rangeOf(part),
-        "only brackets stand before " + quoted(part) + ", so it continues the number before");
+    Finding& finding = found_.add(RuleId::GluedElements, found_.rangeOf(part),
+                                  "only brackets stand before " + inApostrophes(part) +
+                                      ", so it continues the number before");
     finding.hint = "put a blank between the brackets";
     const auto at = static_cast<std::size_t>(part.data() - list.data());
-    const std::size_t bracket = list.find_last_not_of(WHITE, at - 1);
+    const std::size_t bracket = list.find_last_not_of(WHITE_SPACE, at - 1);
     const std::uint64_t place = finding.range->begin.offset - (at - bracket);
     finding.edits = {{place, place, " "}};
   }

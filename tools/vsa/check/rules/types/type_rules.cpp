@@ -19,7 +19,7 @@ using vsa::TypeDescription;
 using zn::korvo_sdk::FormerName;
 using Place = SceneFinding::Place;
 
-std::string didYouMean(const NearestName& nearest) {
+std::string hintOf(const NearestName& nearest) {
   const std::optional<Suggestion> suggestion = nearest.found();
   return suggestion ? "did you mean `" + suggestion->name + "`?" : std::string();
 }
@@ -74,7 +74,7 @@ class TypeRules {
     NearestName nearest(node.type());
     for (const auto& [name, type] : types_) nearest.consider(name);
     found_.add({RuleId::UnknownType, std::string(node.name()),
-                "no type " + std::string(node.type()) + " is described", didYouMean(nearest),
+                "no type " + std::string(node.type()) + " is described", hintOf(nearest),
                 Place::Type});
   }
 
@@ -84,8 +84,8 @@ class TypeRules {
       NearestName nearest(input.name());
       for (const InputDescription& one : type.inputs) nearest.consider(one.declaration.name);
       found_.add({RuleId::UnknownInput, input.path(),
-                  "a " + type.name + " has no input " + std::string(input.name()),
-                  didYouMean(nearest), Place::Path});
+                  "a " + type.name + " has no input " + std::string(input.name()), hintOf(nearest),
+                  Place::Path});
       if (const auto suggestion = nearest.found()) suggested_.insert(suggestion->name);
       return;
     }
@@ -114,7 +114,7 @@ class TypeRules {
     for (const std::string& one : values) nearest.consider(one);
     found_.add({RuleId::UnknownEnumValue, input.path(),
                 "'" + std::string(*value) + "' is none of the values of this input",
-                didYouMean(nearest)});
+                hintOf(nearest)});
   }
 
   void checkOutput(const InputView& input) {
@@ -129,7 +129,7 @@ class TypeRules {
     for (const std::string& one : outputs) nearest.consider(one);
     found_.add({RuleId::UnknownOutput, input.path(),
                 "a " + type->name + " has no output " + std::string(connection.output()),
-                didYouMean(nearest)});
+                hintOf(nearest)});
   }
 
   void checkRequired(const NodeView& node, const TypeDescription& type,
