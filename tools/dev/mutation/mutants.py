@@ -2,7 +2,7 @@
 import random
 import re
 
-# The folders that are mutated, without a program that only the tests of scenes run, and a generated source.
+# The folders that are mutated. Left out are a program that only the test `scenes` runs, and a generated source.
 MUTATED = ["include", "src", "tools"]
 LEFT_OUT = ("tools/json_same/", "tools/vsa/embedded_files.cpp")
 # A header that N > 10 sources include gets 10/N as many mutants as a source, because each one recompiles all of them.

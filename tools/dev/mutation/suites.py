@@ -34,7 +34,7 @@ SUITES = [
 ]
 LIBRARY_SUITES = ["case", "vsa", "api", "scene", "write", "foundation", "syntax"]
 
-# Tests that need more than the test program: the options of the linker, and more sources.
+# What some suites are linked with besides their own sources: options of the linker, and more sources.
 OPTIONS = {"write": ["-Wl,--wrap=malloc,--wrap=calloc,--wrap=realloc,--wrap=aligned_alloc,--wrap=free"]}
 SUPPORT = {"write": ["tests/support/allocation_tracker.cpp"], "api": ["tests/support/case_run.cpp"],
            "case": ["tests/case_test.cpp", "tests/support/case_run.cpp"]}
