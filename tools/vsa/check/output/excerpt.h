@@ -13,8 +13,8 @@ struct Excerpt {
   /// UTF-8 are escaped. Of a long line, only the part around the carets is shown. "..." replaces
   /// the parts before and after it.
   std::string line;
-  /// The blanks and carets that are printed below `line`. A part of the line has as many carets as
-  /// it has columns.
+  /// The blanks and carets that are printed below `line`. The marked part of the line has one caret
+  /// below each of its columns, and at least one.
   std::string carets;
 };
 

@@ -27,7 +27,7 @@ struct TextRuleInput {
   /// wrong statements, or with --first of the text before the mistake. The function may wait until
   /// the text is read.
   std::function<vsa::SceneView()> scene;
-  /// Ends the rules early.
+  /// The rules end early when a stop is requested.
   std::stop_token stop = {};
 };
 

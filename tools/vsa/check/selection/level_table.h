@@ -29,11 +29,11 @@ class LevelTable {
   /// Applies the rules to the table. They have precedence over the rules of earlier calls. An id
   /// has precedence over a group, and a group over "all". For the same name, an error has
   /// precedence over a warning, and a warning over ignoring. Throws std::runtime_error if a name is
-  /// neither an id nor a group. The message suggests a similar name.
+  /// no id, no group and not "all". The message suggests a similar name if there is one.
   void apply(const LevelRules& rules);
 
   /// Returns the level of findings with that id, or nothing if they are ignored. `level` is the
-  /// result if LevelRules do not name the kind, and it is reported by default.
+  /// result for a kind that is reported by default and that the applied rules do not concern.
   std::optional<Level> levelOf(std::string_view id, Level level) const;
   /// Returns the rules that are not ignored.
   const RuleSet& rules() const { return rules_; }

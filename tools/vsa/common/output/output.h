@@ -1,5 +1,5 @@
 // Functions for the output of commands: they write lines to standard error, check whether
-// everything was written, and keep other files from the standard descriptors.
+// everything was written, and prevent that another file gets the descriptor of a standard stream.
 #pragma once
 
 #include <cstdint>

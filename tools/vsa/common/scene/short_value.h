@@ -16,9 +16,9 @@ namespace vsa_tools {
 /// character of `capacity`.
 std::string shortText(std::string_view text, std::size_t capacity = 60);
 
-/// Returns the value of an input on one line, escaped for terminals. A reference is the name of its
-/// node. At most four numbers or elements are shown. Other values are for example `2.5`, `"red"`,
-/// `vec3(0 1 2)`, `vec3f[24049] 0.1 0.9 0 0.2 ...`, `real[3] 1.0 2.0 3.0` and `{4 members}`.
+/// Returns the value of an input on one line, escaped for terminals. At most four numbers or
+/// elements are shown. Examples: `2.5`, `"red"`, `vec3(0 1 2)`, `vec3f[24049] 0.1 0.9 0 0.2 ...`,
+/// `real[3] 1.0 2.0 3.0`, `{4 members}`, and for a reference the name of its node or `null`.
 std::string shortValue(vsa::InputView input);
 
 /// Returns the output that the input is connected to, such as `dusk.outColor`. Returns an empty
