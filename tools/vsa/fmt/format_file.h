@@ -37,8 +37,8 @@ struct FormatOutcome {
 /// bytes than the arguments allow. These are compared before the file is replaced. Mode Print
 /// writes to standard output, but nothing if the file cannot be read completely. The other modes
 /// print nothing. Ctrl-C ends the formatting, see isInterrupted(). The text is read several times.
-/// `onProgress` is called with the number of bytes read so far in all these passes, and with the
-/// number of bytes that all passes together read at most.
+/// `onProgress` is called with the number of bytes read so far in all these passes, and with an
+/// estimate of the number that all passes together read.
 FormatOutcome formatFile(const std::string& name, FormatMode mode,
                          const ReadArguments& arguments = {},
                          const ReadingProgress& onProgress = {});

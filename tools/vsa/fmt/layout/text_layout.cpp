@@ -44,8 +44,8 @@ void TextLayout::beginToken(const SyntaxToken& token) {
 
 // Begins the line of a statement or a comment. A statement that begins with a period is indented. A
 // comment in the line of a statement stays there. A comment on a line of its own is indented if two
-// conditions are true: it is indented in the original text, and the statement before it is indented
-// in the layout. Several blank lines before a statement or comment become one.
+// conditions are true: it is indented in the original text, and the statement before it ends with a
+// colon or is indented in the layout. Several blank lines before a statement or comment become one.
 void TextLayout::beginStatement(const SyntaxToken& token) {
   const bool isComment = token.kind == SyntaxKind::Comment;
   if (isComment && !isEmpty_ && token.lineFeedsBefore == 0 && last_ != SyntaxKind::Comment) {

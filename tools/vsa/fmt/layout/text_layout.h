@@ -35,7 +35,7 @@ class TextLayout {
   vsa::ListReader elements_;
   std::size_t indent_ = 0;      // the indentation of the statement
   bool isInStatement_ = false;  // whether a token of the current statement was written
-  bool isInBlock_ = false;      // whether the last statement belongs to a block
+  bool isInBlock_ = false;      // whether the last statement begins or continues a block
   bool isEmpty_ = true;         // whether nothing has been written
   vsa::SyntaxKind last_ = vsa::SyntaxKind::EndOfText;  // the kind of the last token
   char lastChar_ = 0;                                  // the last token if it is punctuation
