@@ -47,7 +47,8 @@ void FileCheck::run() {
     if (!text_.isOpen()) {
       consume(unreadable(text_.problem()));
     } else if (text_.isKept() && isNoText(text_.text().substr(0, HEAD_BYTES))) {
-      // The text is not read, because all diagnostics would only follow from its wrong encoding.
+      // The file is not read, because all diagnostics would only follow from its wrong encoding or
+      // its compression.
       applyRules({}, {});
     } else {
       read();
@@ -57,8 +58,8 @@ void FileCheck::run() {
   }
 }
 
-// Starts the rules about a large text, which need the text and not the scene. They take longer than
-// the reading.
+// Starts the rules about a large text. They take longer than the reading. Most of them need only
+// the text, and the others wait for the scene when they need it.
 void FileCheck::startTextRules() {
   if (options_.isReaderOnly || !text_.isKept()) return;
   if (text_.text().size() < options_.minConcurrentBytes) return;

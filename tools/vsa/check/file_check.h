@@ -51,9 +51,9 @@ class FileCheck {
   /// Passes the findings to the consumer until it needs no more. First are the reader's diagnostics
   /// in the order of its log, and then the reason why the file could not be read to its end, if
   /// there is one. Next are the findings after the place where the reader stops. The findings of
-  /// the rules are last. A file that cannot be opened has one finding. A text in another encoding
-  /// is not read (unless it is too large to be kept), so it only has findings of the rules. Throws
-  /// what the consumer throws.
+  /// the rules are last. A file that cannot be opened has one finding. A compressed file and a
+  /// text in another encoding are not read (unless they are too large to be kept), so they only
+  /// have findings of the rules. Throws what the consumer throws.
   void run();
 
   /// Returns the line at which the reader stops. 0 until the findings after that line are searched
