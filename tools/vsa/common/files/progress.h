@@ -9,14 +9,14 @@
 
 namespace vsa_tools {
 
-/// Shows the progress of a command after a delay, and only on a terminal. The destructor removes
-/// the line. Several threads may call all functions.
+/// Shows the progress of a command after a delay. The destructor removes the line. Several threads
+/// may call all functions.
 class Progress {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// The line begins with `what`, such as "checking". Shows nothing if standard error is no
-  /// terminal.
+  /// The line begins with `what`, such as "checking". It is shown on standard error, and only if
+  /// that is a terminal.
   explicit Progress(std::string what);
   /// Shows the line on another stream, even if that stream is not a terminal.
   Progress(std::string what, std::FILE* stream, Clock::duration delay);
