@@ -1,5 +1,6 @@
 // Measures the elapsed time of vsa fmt relative to reading the same file, and its peak memory.
-// Formatting uses two threads, so the elapsed time is shorter if each thread has a processor.
+// Formatting uses two threads, and a third one if it replaces a file, so the elapsed time is shorter
+// if each thread has a processor.
 #include <sys/resource.h>
 #include <unistd.h>
 #include <CLI/CLI.hpp>
