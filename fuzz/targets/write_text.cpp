@@ -14,7 +14,7 @@ namespace vsa_fuzz {
 namespace {
 
 // The problems that the writer may report for a scene that was read from a text. Refused
-// statements, errors and earlier texts cause them.
+// statements and errors cause them.
 constexpr std::array<std::string_view, 4> LEFT_BY_TEXTS = {
     vsa::impl::reasons::TYPED_EMPTY_ARRAY,
     vsa::impl::reasons::MIXED_ELEMENT,
