@@ -108,7 +108,7 @@ rig r: .stops[0] = 0.5; .stops[1] = 1.5; .keys[0].time = 1.0; .keys[1] = {}; .ne
 )")));
 }
 
-TEST(Edit, ReplacesValuesOfEveryType) {
+TEST(Edit, ReplacesValuesOfOtherTypes) {
   vsa::Scene scene = sceneOf(R"(rig r: .a = 1; .b = "text"; .c = vec3(1 2 3); .d = float[1] {1};
     .e[0].x = 1; .f.x.y = 1; .g = r; .h |= null; .i |= r.out; .s = "short";)");
   std::vector<std::string> names;

@@ -42,7 +42,7 @@ mesh ball: .points = vec3f[2] {1 2 3, 4 5 6}; .ids = int32[3] {7 8 9}; .pixels =
   .free |= null;
 )";
 
-TEST(View, GivesEachTypeOfValue) {
+TEST(View, GivesScalarsAndLinks) {
   const vsa::Scene scene = sceneOf(TEXT);
   const NodeView sun = scene["sun"];
   EXPECT_EQ(sun["power"].real(), 2.5);

@@ -115,7 +115,7 @@ def check_conversions(tables):
 
 
 def check_values(tables):
-    """Tests that each form has the type in its row."""
+    """Tests that each form has the type in its row. Arrays and references are not tested."""
     for row in tables.rows("Values"):
         kind = row.cells[1]
         for form in code_of(row.cells[0]):

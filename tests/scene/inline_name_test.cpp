@@ -30,7 +30,7 @@ bool isEqual(const std::string& stored, const std::string& asked) {
   return InlineName(string(stored)) == InlineName::Key(name);
 }
 
-TEST(InlineName, ReturnsEveryName) {
+TEST(InlineName, ReturnsNamesOfEveryLength) {
   for (std::size_t length = 0; length < LENGTHS; ++length) {
     const InlineName name(string(sample(length)));
     EXPECT_EQ(text(name.text()), sample(length)) << length;

@@ -402,7 +402,7 @@ TEST(SceneValues, AssignTakesOwnershipOfTheMemory) {
   EXPECT_EQ(buffer->bufferType(), DataType::Byte);
 }
 
-TEST(SceneValues, AssignOfEveryPlainType) {
+TEST(SceneValues, AssignOfPlainValues) {
   Scene scene;
   Node* const node = scene.createNode("open", "n", "");
   AttrData value;

@@ -53,7 +53,7 @@ TEST(SmallBlockPool, RepeatedAssignmentReusesTheBlock) {
   EXPECT_LE(places.size(), 2U);
 }
 
-TEST(SmallBlockPool, StringsOfEveryLengthAreKept) {
+TEST(SmallBlockPool, StringsOfManyLengthsAreKept) {
   Scene scene;
   std::string text = "note n;\n";
   for (std::size_t length = 0; length < 9000; length += 257) {

@@ -8,6 +8,8 @@
 //   declared   size of the buffers that the text declares, divided by the size of the text
 //   stack      bytes of stack for reading, dumping and destroying
 //
+// The scenes of texts of more than 5 MiB are not dumped.
+//
 // The time normally includes few page faults, because the process gets the necessary memory from
 // the system before the reads. Page faults would take as long as the reading, and their number
 // depends on the allocator.

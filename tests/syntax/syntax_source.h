@@ -106,13 +106,13 @@ inline vsa::SyntaxKind kindOf(zn::korvo_sdk::impl::Token::Type type) {
 
 /// Compares the tokens of a SyntaxReader with those of a StringLexer, up to the first token that
 /// the lexer rejects, or to the end. Returns what differs, or an empty text. Does not compare a
-/// text with a NUL, because a String ends there.
+/// text with a NUL, because the text of a token of the lexer ends there.
 inline std::string differenceFromLexer(std::string_view text, vsa::SyntaxReader& reader) {
   using zn::korvo_sdk::impl::StringLexer;
   if (text.empty()) return reader.next().kind == vsa::SyntaxKind::EndOfText ? "" : "a token";
   StringLexer lexer(zn::String::copyOf(text));
   const bool hasNul = text.find('\0') != std::string_view::npos;
-  if (hasNul) return "";  // a String ends at the NUL
+  if (hasNul) return "";  // a token of the lexer has a shorter text
   while (true) {
     const auto expected = lexer.nextToken();
     const WholeToken found = wholeToken(reader);

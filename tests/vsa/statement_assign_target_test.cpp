@@ -38,7 +38,7 @@ TEST_F(AssignTarget, ABufferThatRefusesValuesQuotesTheValue) {
                                 "error: TYPE ERROR (1,26): expected Buffer @ n.b but found 5."}));
 }
 
-TEST_F(AssignTarget, LinksAreAcceptedByEveryInput) {
+TEST_F(AssignTarget, LinksAreAcceptedByArraysBuffersAndInputsThatRefuseValues) {
   node_->add("a", AttrType::Array);
   node_->add("r", AttrType::Int)->refuses = true;
   node_->add("b", AttrType::Buffer);

@@ -65,7 +65,7 @@ std::int64_t peakOf(const Scene& scene, const vsa::WriteOptions& options) {
   return AllocationTracker::count().peakBytes;
 }
 
-TEST(WriteMemory, IsBoundedForEveryForm) {
+TEST(WriteMemory, IsBoundedForSeveralForms) {
   Scene scene;
   fill(scene);
   std::vector<vsa::WriteOptions> forms(4);

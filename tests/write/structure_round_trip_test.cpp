@@ -21,7 +21,7 @@ Input& element(Input& array, std::uint64_t index) {
   return static_cast<Input&>(*array.element(index));
 }
 
-TEST(StructureRoundTrip, ArraysOfEveryType) {
+TEST(StructureRoundTrip, ArraysOfValuesAndObjects) {
   SceneBuilder made;
   for (const AttrType type : {AttrType::Null, AttrType::Bool, AttrType::Int, AttrType::UInt,
                               AttrType::Real, AttrType::Vec2, AttrType::Vec3, AttrType::Vec4,

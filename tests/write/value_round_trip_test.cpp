@@ -176,7 +176,7 @@ TEST(ValueRoundTrip, BuffersOfEveryTypeKeepTheirBits) {
   }
 }
 
-TEST(ValueRoundTrip, ZeroValuesOfEveryTypeAreInputs) {
+TEST(ValueRoundTrip, ZeroValuesAreInputs) {
   SceneBuilder made;
   for (const AttrType type :
        {AttrType::Null, AttrType::Bool, AttrType::Int, AttrType::UInt, AttrType::Real,

@@ -91,7 +91,7 @@ TEST_F(ReadCases, AreTheSameFromAFile) {
   }
 }
 
-TEST_F(ReadCases, AreTheSameFromSourcesOfAnyBlockSize) {
+TEST_F(ReadCases, AreTheSameFromSourcesOfSeveralBlockSizes) {
   for (const Case& one : cases.cases) {
     const std::string text = contentOf(one.text);
     const LinkWarnings links = linkWarningsOf(text);

@@ -400,7 +400,7 @@ TEST(ReadLimits, HoldForAHostsScene) {
   EXPECT_EQ(scene.options.calls.size(), 4U);  // the calls for the header and for one node
 }
 
-TEST(ReadLimits, ZeroDepthAllowsNoInputOfAnyStatement) {
+TEST(ReadLimits, ZeroDepthAllowsNoInputAfterDeclarations) {
   const std::string text = "a x; a y; a z; x.v = 1; x.w = 2;";
   expectOver(Limit::Depth, vsa::readText(text, limitedTo({.depth = 0})));
   expectOver(Limit::Depth, vsa::readText(text + text + text, limitedTo({.depth = 0})));

@@ -164,7 +164,7 @@ class SlicedFeed : public ByteFeed {
   std::size_t at_ = 0;
 };
 
-TEST(Inflate, InputRunsOfAnySizeGiveTheSameResult) {
+TEST(Inflate, InputRunsOfSeveralSizesGiveTheSameResult) {
   const Bytes data = mixture(20000, 11);
   for (const int level : {0, 6}) {
     const Bytes stream = zlibStream(data, level);
@@ -320,7 +320,7 @@ TEST(Inflate, AWrongChecksumIsReportedBeforeTrailingBytes) {
 
 // The bytes after the checksum may already be in the bit buffer, or in a piece that is not read
 // yet.
-TEST(Inflate, FindsTrailingBytesInAnyRun) {
+TEST(Inflate, FindsTrailingBytesInRunsOfSeveralSizes) {
   const Bytes data = mixture(2000, 14);
   const Bytes whole = zlibStream(data);
   for (const std::size_t more : {1U, 2U, 8U, 40U}) {

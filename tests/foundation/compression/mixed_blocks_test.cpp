@@ -73,7 +73,7 @@ TEST(MixedBlocks, StoredBytesInTheBitBuffer) {
   }
 }
 
-TEST(MixedBlocks, EveryCapacityEndsInside) {
+TEST(MixedBlocks, CapacitiesAroundTheBoundsOfBlocks) {
   const std::vector<Piece> pieces = {{textOf(600, 1), 6, Z_FIXED},
                                      {textOf(20, 2), 0, Z_DEFAULT_STRATEGY},
                                      {textOf(700, 3), 6, Z_FIXED}};

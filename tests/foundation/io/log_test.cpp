@@ -38,7 +38,7 @@ TEST(Log, LevelsAndFormatting) {
   EXPECT_EQ(capture.entries, (Entries{{LogLevel::Warning, "one 1"}, {LogLevel::Error, "%d%s"}}));
 }
 
-TEST(Log, AnyLength) {
+TEST(Log, ALongMessageReachesTheSinkAsAWhole) {
   LogCapture capture;
   const ScopedLogSink scope(&capture);
   const std::string text(100000, 'x');

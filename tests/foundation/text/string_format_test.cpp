@@ -65,7 +65,7 @@ TEST(StringFormat, NegativePrecision) {
   EXPECT_AS_PRINTF("%.*d|%.*s|%.*f", -1, 42, -1, "xyz", -1, 1.5);
 }
 
-TEST(StringFormat, AnyLength) {
+TEST(StringFormat, LongTexts) {
   const std::string longText(100000, 'x');
   EXPECT_EQ(text(String::format("<%s>", longText.c_str())), "<" + longText + ">");
   EXPECT_EQ(text(String::format("%5000d", 1)).size(), 5000U);

@@ -32,7 +32,8 @@ TEST(StringSlabs, TextsAreCopies) {
   }
 }
 
-// The first slab is large enough for a first text of any length.
+// The first slab is large enough for every first text that is stored in a slab. A longer text has
+// its own allocation.
 TEST(StringSlabs, TheFirstTextMayHaveAnyLength) {
   for (std::size_t length = 0; length < 2000; ++length) {
     StringSlabs slabs;

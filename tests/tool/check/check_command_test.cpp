@@ -123,8 +123,8 @@ TEST_F(CheckCommandTest, StandardInputHasAName) {
   EXPECT_EQ(2, vsa("check - < .").status);
 }
 
-// Each finding has a position, even if its log line has none. No line or column is 0.
-TEST_F(CheckCommandTest, EveryMessageHasItsPlace) {
+// Each of these findings has a position, even if its log line has none. No line or column is 0.
+TEST_F(CheckCommandTest, MessagesHaveTheirPlaces) {
   struct Row {
     std::string text, line;
   };

@@ -261,7 +261,7 @@ TEST_F(ReadOnTest, ManyFatalMistakesAreFound) {
   EXPECT_EQ(20000, std::count(out.begin(), out.end(), '\n'));
 }
 
-TEST_F(ReadOnTest, AnyTruncatedOrChangedTextIsReadToItsEnd) {
+TEST_F(ReadOnTest, ATextCutOrChangedAtEachByteIsReadOn) {
   const std::string text =
       "# version: 1\nlamp a: .k = vec3(1 2 3);\n.s = \"x\\\"y\";\nwith a: .b = byte[2] {1 2};\n"
       "define d;\nremove d;\na.o = {};\na.r |= a.out;\na.l[*].m = null;\n";

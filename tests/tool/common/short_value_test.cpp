@@ -13,7 +13,7 @@ struct ValueRow {
   const char *value, *shown;
 };
 
-TEST(ShortValueTest, EveryType) {
+TEST(ShortValueTest, ValuesOfManyTypes) {
   const ValueRow rows[] = {
       {"true", "true"},
       {"-7", "-7"},

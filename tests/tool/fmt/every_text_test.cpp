@@ -129,7 +129,7 @@ TEST(FormatEveryTextTest, RandomLayouts) {
   }
 }
 
-TEST(FormatEveryTextTest, AnyBytes) {
+TEST(FormatEveryTextTest, RandomBytes) {
   constexpr char BYTES[] = "ab .:;=|(){}[]\"\\#1-,\n\r\x80\x01!";
   std::mt19937 random(7);
   for (int i = 0; i < 20000; ++i) {

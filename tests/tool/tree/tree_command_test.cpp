@@ -26,7 +26,7 @@ const char TREE_SCENE[] =
     "box box1: .material = clay; .points = vec3f[2] {0 1 2 3 4 5};\n"
     "texture noise: .file = \"n.png\";\n";
 
-TEST_F(TreeTest, ShowsEachNodeOnceBelowItsRoots) {
+TEST_F(TreeTest, ShowsTheLinksOfEachNodeOnce) {
   write("a.vsa", TREE_SCENE);
   EXPECT_EQ(
       "cam (camera)\n"

@@ -68,7 +68,7 @@ TEST(PendingTableTest, EachTableRetainsTheInput) {
 
 // The filter of the table must not miss an earlier entry of an input, whatever the order in which
 // the addresses of the inputs are added.
-TEST(PendingTableTest, ManyInputsInAnyOrder) {
+TEST(PendingTableTest, ManyInputsInAMixedOrder) {
   HostOptions options;
   std::deque<HostInput> inputs;
   for (int i = 0; i < 2000; ++i) {

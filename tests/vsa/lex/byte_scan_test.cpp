@@ -1,4 +1,4 @@
-// Tests that line feeds are counted and found in texts of every length. The function counts in runs
+// Tests that line feeds are counted and found in texts of many lengths. The function counts in runs
 // of 240 bytes.
 #include "vsa/lex/byte_scan.h"
 
@@ -13,7 +13,7 @@ LineFeeds feedsIn(const std::string& text) {
   return countLineFeeds(text.data(), text.data() + text.size());
 }
 
-TEST(ByteScan, CountsAndFindsLineFeedsInEveryLength) {
+TEST(ByteScan, CountsAndFindsLineFeedsInTextsOfManyLengths) {
   for (std::size_t length = 0; length < 600; length += length < 70 ? 1 : 53) {
     const std::string blank(length, ' ');
     EXPECT_EQ(feedsIn(blank).count, 0U);
