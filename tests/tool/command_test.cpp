@@ -97,7 +97,7 @@ TEST_F(CommandTest, AnUnreadableInputIsNotAnEmptyFile) {
   const Outcome dump = vsa("dump - < .");
   EXPECT_EQ(2, dump.status);
   EXPECT_EQ("", dump.out);
-  EXPECT_EQ("vsa: -: Is a directory\n", dump.err);
+  EXPECT_EQ("vsa: <stdin>: Is a directory\n", dump.err);
   EXPECT_EQ(2, vsa("dump missing.vsa").status);
 }
 
@@ -138,6 +138,35 @@ TEST_F(CommandTest, LossesAreReported) {
     EXPECT_EQ(1, dump.status) << row.line;
     EXPECT_NE(std::string::npos, dump.err.find(row.line)) << dump.err;
     EXPECT_TRUE(nlohmann::json::accept(dump.out)) << row.line;
+  }
+}
+
+// Each command reports such a loss and ends with status 1, or 2 for diff. No command writes a text
+// without the lost part.
+TEST_F(CommandTest, EachCommandReportsLosses) {
+  const LossRow rows[] = {
+      {"lamp a: .s = \"x\0y\";\n"s,
+       "a.vsa:1:16: error: a NUL byte, at which a string, comment or name ends\n"},
+      {"lamp a;\n\0\n"s, "a.vsa:2:1: error: a NUL byte, at which a string, comment or name ends\n"},
+      {"\x1F\x8B\x08\0\0\0\0\0\0\x03"s,
+       "a.vsa: error: this file is compressed with gzip; a text is not\n"},
+      {"l\0a\0m\0p\0 \0a\0;\0"s, "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8\n"},
+  };
+  for (const LossRow& row : rows) {
+    write("a.vsa", row.text);
+    for (const char* command : {"stats", "tree", "graph", "dump", "types"}) {
+      const Outcome run = vsa(std::string(command) + " a.vsa");
+      EXPECT_EQ(1, run.status) << command;
+      EXPECT_NE(std::string::npos, run.err.find(row.line)) << command << ": " << run.err;
+    }
+    for (const char* command : {"fmt", "fmt -i", "fmt --check", "fmt --diff", "merge", "convert",
+                                "extract a.vsa a", "diff a.vsa"}) {
+      const Outcome run = vsa(std::string(command) + " a.vsa");
+      EXPECT_EQ(std::string(command).starts_with("diff") ? 2 : 1, run.status) << command;
+      EXPECT_EQ("", run.out) << command;
+      EXPECT_NE(std::string::npos, run.err.find(row.line)) << command << ": " << run.err;
+      EXPECT_EQ(row.text, content("a.vsa")) << command;
+    }
   }
 }
 

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "tools/vsa/common/files/progress.h"
-#include "tools/vsa/input/encoding.h"
 
 namespace vsa_tools {
 
@@ -25,18 +24,6 @@ std::optional<Loss> lossOf(const vsa::Diagnostic& diagnostic) {
     return Loss{"the text is cut off: " + diagnostic.message, beginOf(diagnostic)};
   }
   return std::nullopt;
-}
-
-/// Adds the losses that are found in the bytes of the file. If the encoding is wrong, only the
-/// encoding is reported. A text in UTF-16 also has many NUL bytes, but they only follow from the
-/// encoding.
-void addByteLosses(const InspectedSource& source, std::vector<Loss>& losses) {
-  if (const char* encoding = foreignEncoding(source.head())) {
-    losses.push_back(
-        {std::string("this looks like ") + encoding + "; a VSA text is UTF-8", std::nullopt});
-  } else if (source.firstNul()) {
-    losses.push_back({"a NUL byte, at which a string, comment or name ends", source.firstNul()});
-  }
 }
 
 /// Adds the reason why the reading ended early, if no diagnostic contains that reason.
@@ -72,7 +59,8 @@ FileOutcome readScene(vsa::Scene& scene, const InputFile& input, vsa::ReadOption
     }
   };
   outcome.read = vsa::readSourceInto(scene, *input.source, options);
-  addByteLosses(*input.source, outcome.losses);
+  if (std::optional<Loss> loss = byteLoss(*input.source))
+    outcome.losses.push_back(*std::move(loss));
   outcome.losses.insert(outcome.losses.end(), cuts.begin(), cuts.end());
   addEnd(outcome.read, hasFatal, outcome.losses);
   return outcome;

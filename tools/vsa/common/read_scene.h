@@ -1,24 +1,13 @@
 // Reads one file into a scene, and finds problems that the reader does not log.
 #pragma once
 
-#include <optional>
-#include <string>
 #include <vector>
 
 #include <vsa/read.h>
-#include "tools/vsa/common/diagnostic.h"
 #include "tools/vsa/input/input_file.h"
+#include "tools/vsa/input/loss.h"
 
 namespace vsa_tools {
-
-/// A problem that the reader does not log. The text is cut off, a byte 0xFF ended it, a NUL byte
-/// ended one of its tokens, its encoding is wrong, or the reading ended early. A part of the file
-/// may therefore be missing from the scene.
-struct Loss {
-  std::string text;
-  /// Where the problem is. Not set if that is unknown.
-  std::optional<Position> position;
-};
 
 struct FileOutcome {
   /// The outcome of the reading. Of the diagnostics, it has only the one that ended the reading.

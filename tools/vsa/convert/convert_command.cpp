@@ -35,7 +35,7 @@ int ConvertCommand::run() {
   if (!types_.empty() && !declareTypesOf(types_)) return EXIT_USAGE;
   const InputFile input = openInput(file_);
   if (!input.problem.empty()) {
-    printError(file_ + ": " + input.problem);
+    printError(shownName(file_) + ": " + input.problem);
     return EXIT_USAGE;
   }
   vsa::Scene scene;

@@ -104,7 +104,7 @@ int DumpCommand::write(const vsa::Scene& scene, const ReadStatus& status,
 int DumpCommand::run() {
   const InputFile input = openInput(file_);
   if (!input.problem.empty()) {
-    printError(file_ + ": " + input.problem);
+    printError(shownName(file_) + ": " + input.problem);
     return EXIT_USAGE;
   }
   vsa::Scene scene;

@@ -20,6 +20,7 @@
 #include "tools/vsa/fmt/growing_file.h"
 #include "tools/vsa/fmt/held_sink.h"
 #include "tools/vsa/fmt/layout/text_layout.h"
+#include "tools/vsa/fmt/reading/nul_search.h"
 #include "tools/vsa/fmt/reading/reading_check.h"
 #include "tools/vsa/fmt/sinks.h"
 #include "tools/vsa/fmt/text_file.h"
@@ -90,7 +91,7 @@ class Formatting {
     passes_ = 4;
     vsa::FileReplacement replacement;
     if (!replacement.open(name_)) {
-      if (const auto refused = refusal(read(file_))) return *refused;
+      if (const auto refused = refusal(read())) return *refused;
       return failed(EXIT_USAGE, shown_, replacement.error());
     }
     const std::string newFile = replacement.newFile();
@@ -152,7 +153,7 @@ class Formatting {
   /// Reads the file. Cancels `written` if the file cannot be read completely.
   OldText readOld(GrowingFile& written) const {
     OldText found;
-    found.reading = read(file_);
+    found.reading = read();
     found.refused = refusal(found.reading);
     if (found.refused) written.cancel();
     return found;
@@ -199,12 +200,17 @@ class Formatting {
   /// Returns the future result of reading the file: that of refusal(). A large file is read on
   /// another thread from now on. A small file is read when the result is requested.
   HeldSink::Check startCheck() const {
-    return std::async(launchFor(file_), [this] { return refusal(read(file_)); });
+    return std::async(launchFor(file_), [this] { return refusal(read()); });
   }
 
-  ReadingCheck read(const TextFile& file) const {
-    TextFileSource source = sourceOf(file);
-    return checkReading(source, arguments_);
+  /// Reads the file. The result is not complete if the file has a NUL byte: formatting would drop
+  /// the NUL bytes between tokens, which show that the file is damaged.
+  ReadingCheck read() const {
+    TextFileSource source = sourceOf(file_);
+    NulSearch bytes(source);
+    ReadingCheck reading = checkReading(bytes, arguments_);
+    reading.isComplete = reading.isComplete && !bytes.hasNul();
+    return reading;
   }
 
   TextFileSource sourceOf(const TextFile& file) const {
@@ -226,9 +232,9 @@ class Formatting {
     return format(sink) && std::fflush(to) == 0;
   }
 
-  /// Returns the outcome for a file that cannot be read completely, or nothing if the file has no
-  /// mistake. If `reading` is not complete, reads the whole text again, because a reading in parts
-  /// may fail although the text has no mistake.
+  /// Returns the outcome for a file that cannot be read completely or that has a NUL byte, or
+  /// nothing if the file has no mistake. If `reading` is not complete, reads the whole text again,
+  /// because a reading in parts may fail although the text has no mistake.
   std::optional<FormatOutcome> refusal(const ReadingCheck& reading) const {
     if (reading.isComplete) return std::nullopt;
     TextFileSource source(file_);

@@ -10,6 +10,7 @@
 #include "tools/vsa/common/output/output.h"
 #include "tools/vsa/common/scene/broken_link.h"
 #include "tools/vsa/common/writing/output_sink.h"
+#include "tools/vsa/fmt/reading/nul_search.h"
 #include "tools/vsa/fmt/reading/reading_check.h"
 #include "tools/vsa/fmt/reading/short_list_source.h"
 #include "tools/vsa/input/input_file.h"
@@ -82,13 +83,14 @@ int MergeCommand::read(std::size_t index) {
   if (!part.file.open(part.name, maxBytes)) {
     progress_->hide();
     if (isInterrupted()) return EXIT_INTERRUPTED;
-    printError(part.name + ": " + part.file.problem());
+    printError(shownName(part.name) + ": " + part.file.problem());
     return EXIT_USAGE;
   }
   part.name = shownName(part.name);
   NodeNames names;
   TextFileSource text = sourceOf(index);
-  ShortListSource source(text, vsa::UNLIMITED);
+  NulSearch bytes(text);
+  ShortListSource source(bytes, vsa::UNLIMITED);
   options.keptDiagnostics = 0;
   bool hasBrokenLinks = false;
   options.onDiagnostic = [&](const vsa::Diagnostic& found) {
@@ -96,7 +98,8 @@ int MergeCommand::read(std::size_t index) {
   };
   // The limit is tested here, because the reader receives a changed text.
   const bool isTooLong = text.size().value_or(0) > maxBytes;
-  const bool isComplete = !isTooLong && vsa::readSourceInto(names, source, options).isComplete();
+  const bool isComplete =
+      !isTooLong && vsa::readSourceInto(names, source, options).isComplete() && !bytes.hasNul();
   progress_->hide();
   if (isComplete) {
     part.file.close();

@@ -10,13 +10,13 @@ namespace vsa_tools {
 enum ExitStatus {
   /// None of the reasons below applies.
   EXIT_READ = 0,
-  /// A text was not read completely, has a NUL byte or has another encoding. For check, such a
-  /// problem is an error like any other, and does not count if it is ignored or in the baseline.
-  /// fmt and merge do not look for NUL bytes and other encodings. Also: check printed an error,
-  /// with --strict a warning, or more than --max-diagnostics findings; fmt --check or --diff found
-  /// a text that is not formatted; fmt left a file alone, because its formatted text reads
-  /// differently; diff found a difference; a text cannot represent the scene to write; a pattern or
-  /// name matches no node; or merge without --rename found a name twice.
+  /// A text was not read completely, has a NUL byte, is compressed or has another encoding. For
+  /// check, such a problem is an error like any other, and does not count if it is ignored or in
+  /// the baseline. Also: check printed an error, with --strict a warning, or more than
+  /// --max-diagnostics findings; fmt --check or --diff found a text that is not formatted; fmt left
+  /// a file alone, because its formatted text reads differently; diff found a difference; a text
+  /// cannot represent the scene to write; a pattern or name matches no node; or merge without
+  /// --rename found a name twice.
   EXIT_NOT_READ = 1,
   /// The command line is wrong, a file cannot be opened, a types file is invalid, the output cannot
   /// be made or written (also: dump needs --large-buffers), or the command has thrown an exception.

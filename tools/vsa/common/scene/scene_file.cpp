@@ -12,8 +12,8 @@
 #include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/output/exit_status.h"
 #include "tools/vsa/common/scene/broken_link.h"
-#include "tools/vsa/input/encoding.h"
 #include "tools/vsa/input/input_file.h"
+#include "tools/vsa/input/loss.h"
 
 namespace vsa_tools {
 
@@ -41,7 +41,7 @@ class Reading {
     }
     file_.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     addEnd();
-    addByteLosses(*input.source);
+    addByteLoss(*input.source);
     if (dropped_ > 0) {
       file_.messages += "vsa: " + printable(file_.name) + ": and " + std::to_string(dropped_) +
                         " more messages (--max-diagnostics N prints more)\n";
@@ -94,17 +94,11 @@ class Reading {
     if (!endIsReported_) add(std::nullopt, "error", file_.result.message);
   }
 
-  void addByteLosses(const InspectedSource& source) {
-    if (const char* encoding = foreignEncoding(source.head())) {
-      addLoss(std::nullopt, std::string("this looks like ") + encoding + "; a VSA text is UTF-8");
-    } else if (source.firstNul()) {
-      addLoss(source.firstNul(), "a NUL byte, at which a string, comment or name ends");
-    }
-  }
-
-  void addLoss(const std::optional<Position>& position, std::string_view text) {
+  void addByteLoss(const InspectedSource& source) {
+    const std::optional<Loss> loss = byteLoss(source);
+    if (!loss) return;
     file_.exitStatus = std::max<int>(file_.exitStatus, EXIT_NOT_READ);
-    add(position, "error", text);
+    add(loss->position, "error", loss->text);
   }
 
   const ReadArguments& arguments_;
@@ -122,7 +116,7 @@ SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments,
   if (input.problem.empty()) return Reading(name, arguments, onProgress).read(input, scene);
   SceneFile file;
   file.name = shownName(name);
-  file.messages = "vsa: " + printable(name + ": " + input.problem) + '\n';
+  file.messages = "vsa: " + printable(file.name + ": " + input.problem) + '\n';
   file.result.status = vsa::ReadStatus::Unreadable;
   file.exitStatus = isInterrupted() ? EXIT_INTERRUPTED : EXIT_USAGE;
   return file;

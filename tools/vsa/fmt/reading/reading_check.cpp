@@ -1,6 +1,9 @@
 #include "tools/vsa/fmt/reading/reading_check.h"
 
+#include <optional>
+
 #include "tools/vsa/common/diagnostic.h"
+#include "tools/vsa/input/loss.h"
 
 namespace vsa_tools {
 
@@ -9,6 +12,21 @@ namespace {
 // A type that no node has. A reading that keeps only nodes of this type checks the whole text but
 // stores no values.
 constexpr char NO_TYPE[] = "?";
+
+/// Inspects the bytes of another source, which must outlive the object.
+class InspectedText final : public InspectedSource {
+ public:
+  explicit InspectedText(vsa::Source& text) : text_(text) {}
+  std::optional<std::uint64_t> size() const override { return text_.size(); }
+
+ private:
+  std::size_t readRaw(char* to, std::size_t capacity) override {
+    return text_.read({to, capacity});
+  }
+  std::string rawError() const override { return text_.error(); }
+
+  vsa::Source& text_;
+};
 
 }  // namespace
 
@@ -40,7 +58,8 @@ std::vector<std::string> endingDiagnostics(const std::string& name, vsa::Source&
                                            const ReadArguments& arguments) {
   vsa::ReadOptions options = arguments.options();
   options.wantedTypes = {NO_TYPE};
-  const vsa::ReadResult outcome = vsa::readSource(text, options);
+  InspectedText source(text);
+  const vsa::ReadResult outcome = vsa::readSource(source, options);
   std::vector<std::string> lines;
   for (const vsa::Diagnostic& found : outcome.diagnostics) {
     if (!found.endedReading) continue;
@@ -50,6 +69,8 @@ std::vector<std::string> endingDiagnostics(const std::string& name, vsa::Source&
   }
   if (lines.empty() && !outcome.isComplete())
     lines.push_back(diagnosticLine(name, std::nullopt, "error", outcome.message));
+  if (const std::optional<Loss> loss = byteLoss(source))
+    lines.push_back(diagnosticLine(name, loss->position, "error", loss->text));
   return lines;
 }
 

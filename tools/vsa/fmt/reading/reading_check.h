@@ -36,7 +36,8 @@ ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments = {}
 
 /// Reads `text` without a ShortListSource. Returns the diagnostics that ended the reading, one a
 /// line, with `name` as the file name. Without such a diagnostic, the line has the reason why the
-/// reading ended. Returns no line if the text is read completely.
+/// reading ended. Another line has the result of byteLoss(), if there is one: a NUL byte, another
+/// encoding or compression. Returns no line if the text is read completely and has no such loss.
 std::vector<std::string> endingDiagnostics(const std::string& name, vsa::Source& text,
                                            const ReadArguments& arguments);
 

@@ -1,0 +1,25 @@
+// Loss: a problem of a file that the reader does not log.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "tools/vsa/input/inspected_source.h"
+
+namespace vsa_tools {
+
+/// A problem that the reader does not log. The text is cut off, a byte 0xFF ended it, a NUL byte is
+/// in it, the file is compressed or has another encoding, or the reading ended early. A part of the
+/// file may therefore be missing from the scene.
+struct Loss {
+  std::string text;
+  /// Where the problem is. Not set if that is unknown.
+  std::optional<Position> position;
+};
+
+/// Returns the problem that the bytes of the file show, as far as they were read: the file is
+/// compressed, has another encoding, or has a NUL byte. Returns only the first of these, because
+/// the others follow from it: a text in UTF-16 has many NUL bytes.
+std::optional<Loss> byteLoss(const InspectedSource& source);
+
+}  // namespace vsa_tools
