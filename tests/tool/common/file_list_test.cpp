@@ -45,6 +45,15 @@ TEST_F(FileListTest, AFileIsTakenAsItIsNamed) {
   EXPECT_TRUE(list.problems.empty());
 }
 
+TEST_F(FileListTest, StandardInputIsReadOnce) {
+  const std::vector<FileListProblem> problem = {{"-", "standard input can be read only once"}};
+  const FileList twice = listFiles({"-", "a", "-"});
+  EXPECT_EQ((Names{"-", "a"}), twice.files);
+  EXPECT_EQ(problem, twice.problems);
+  EXPECT_EQ(problem, listFiles({"-", "@-"}).problems);
+  EXPECT_EQ(problem, listFiles({"-", "@" + write("list", "-\n")}).problems);
+}
+
 TEST_F(FileListTest, AFolderStandsForItsTextsSortedByName) {
   for (const char* name : {"b.vsa", "a.vsa", "sub/z.vsa", "sub/y.txt", ".hidden.vsa", ".git/x.vsa",
                            "a/deep/er.vsa", "vsa"}) {

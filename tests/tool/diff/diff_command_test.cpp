@@ -116,9 +116,16 @@ TEST_F(DiffTest, Tolerances) {
       diff(a, b, "--tolerance 0.5"));
   EXPECT_EQ("", diff(a, b, "--tolerance 0.5 --relative 0.01"));
   EXPECT_EQ("", diff(a, b, "--relative 0.4"));
-  for (const char* bad : {"--tolerance -1", "--relative x", "--tolerance"}) {
+  for (const char* bad :
+       {"--tolerance -1", "--tolerance nan", "--relative NaN", "--relative x", "--tolerance"}) {
     EXPECT_EQ(2, vsa(std::string("diff ") + bad + " a.vsa b.vsa").status) << bad;
   }
+}
+
+// Two NaN differ if their signs do, so the sign is shown.
+TEST_F(DiffTest, SignsOfNan) {
+  EXPECT_EQ("n.b: float[1] nan -> float[1] -nan: 1 element differs, the first at 0: nan -> -nan\n",
+            diff("a n: .b = float[1] {nan};", "a n: .b = float[1] {-nan};"));
 }
 
 TEST_F(DiffTest, IgnoredNodesAndInputs) {
@@ -156,7 +163,7 @@ TEST_F(DiffTest, TroubleIsTwo) {
   write("bad.vsa", "lamp sun: .k = 1;\n42;\n");
   write("nul.vsa", std::string("lamp sun;\n# x\0y\n", 16));
   for (const char* files : {"good.vsa bad.vsa", "bad.vsa good.vsa", "nul.vsa good.vsa",
-                            "good.vsa missing.vsa", "good.vsa", "a b c"}) {
+                            "good.vsa missing.vsa", "good.vsa", "a b c", "- - <good.vsa"}) {
     const auto run = vsa(std::string("diff ") + files);
     EXPECT_EQ(2, run.status) << files;
     EXPECT_EQ("", run.out) << files;

@@ -40,10 +40,14 @@ CommandOption CommandOption::range(unsigned least, unsigned greatest) const {
   return *this;
 }
 
-// CLI11 itself would convert -1 to the greatest number.
+// CLI11 itself would convert -1 to the greatest number, and "nan" to NaN.
 CommandOption CommandOption::notNegative() const {
   option_->check(CLI::Validator(
-      [](std::string& text) { return text.starts_with('-') ? "a negative number" : ""; }, ""));
+      [](std::string& text) {
+        if (text.starts_with('-')) return "a negative number";
+        return CLI::detail::to_lower(text).find("nan") == std::string::npos ? "" : "not a number";
+      },
+      ""));
   return *this;
 }
 

@@ -30,7 +30,7 @@ class CommandOption {
   CommandOption excludes(CommandOption other) const;
   /// Accepts only numbers from `least` to `greatest`, both inclusive.
   CommandOption range(unsigned least, unsigned greatest) const;
-  /// Accepts no value that begins with "-".
+  /// Accepts no value that begins with "-", and no NaN.
   CommandOption notNegative() const;
   /// Accepts a number of bytes, such as 100, 12k or 8G, but no value that begins with "-". 1k is
   /// 1024 bytes.

@@ -89,6 +89,10 @@ void DiffCommand::addTo(CommandOptions& options) {
 }
 
 int DiffCommand::run() {
+  if (fileA_ == "-" && fileB_ == "-") {
+    printError("standard input can be read only once");
+    return DIFF_TROUBLE;
+  }
   const auto [a, b] = TwoReadings(reading_).read(fileA_, fileB_);
   std::fputs((a.messages + b.messages).c_str(), stderr);
   if (a.exitStatus != EXIT_READ || b.exitStatus != EXIT_READ) {

@@ -32,7 +32,9 @@ class FileLister {
  private:
   void addFileOrFolder(const std::string& name) {
     std::error_code ignored;  // a file that cannot be found is reported when it is opened
-    if (name != "-" && fs::is_directory(name, ignored)) {
+    if (name == "-") {
+      if (takeStandardInput()) list.files.push_back(name);
+    } else if (fs::is_directory(name, ignored)) {
       addFolder(name);
     } else {
       list.files.push_back(name);
@@ -72,7 +74,7 @@ class FileLister {
 
   void addList(const std::string& name) {
     if (name == "-") {
-      addNames(std::cin, name);
+      if (takeStandardInput()) addNames(std::cin, name);
       return;
     }
     std::ifstream names(name, std::ios::binary);
@@ -93,6 +95,15 @@ class FileLister {
     if (names.bad()) list.problems.push_back({source, std::strerror(errno)});
   }
 
+  // Returns whether standard input was not named before. A second reading of it would find nothing,
+  // or a part of the text if another worker reads it at the same time.
+  bool takeStandardInput() {
+    const bool isFirst = !isStandardInputTaken_;
+    isStandardInputTaken_ = true;
+    if (!isFirst) list.problems.push_back({"-", "standard input can be read only once"});
+    return isFirst;
+  }
+
   // Returns whether an entry of a list is skipped: an empty one and, if line ends separate the
   // names, one of blanks and tabs only.
   bool isBlank(const std::string& name) const {
@@ -101,6 +112,7 @@ class FileLister {
   }
 
   char separator_;
+  bool isStandardInputTaken_ = false;
 };
 
 }  // namespace

@@ -6,8 +6,8 @@
 
 namespace vsa_tools {
 
-/// A folder without *.vsa files, or a folder or list that cannot be opened or read to its end, and
-/// the reason.
+/// A folder without *.vsa files, a folder or list that cannot be opened or read to its end, or
+/// standard input that is named twice, and the reason.
 struct FileListProblem {
   std::string name;
   std::string text;

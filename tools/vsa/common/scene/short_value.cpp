@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstring>
 #include <optional>
 
@@ -27,14 +28,15 @@ template <class Number>
 std::string numberText(Number number) {
   char digits[NUMBER_TEXT_CAPACITY];
   if constexpr (std::is_floating_point_v<Number>) {
-    return {digits, realText(number, digits)};
+    const std::string text(digits, realText(number, digits));
+    return std::isnan(number) && std::signbit(number) ? '-' + text : text;
   } else {
     return {digits, std::to_chars(digits, digits + sizeof digits, number).ptr};
   }
 }
 
 /// Returns a Real with a decimal point or an exponent, which distinguishes it from an Int, or as
-/// "nan", "inf" or "-inf".
+/// "nan", "-nan", "inf" or "-inf".
 std::string pointedReal(double number) {
   std::string text = numberText(number);
   if (text.find_first_of(".nae") == std::string::npos) text += ".0";
