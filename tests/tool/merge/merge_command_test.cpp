@@ -13,6 +13,10 @@ class MergeCommandTest : public vsa_tests::CommandFixture {
   nlohmann::json nodesOf(const std::string& name) {
     return nlohmann::json::parse(vsa("dump " + name).out)["nodes"];
   }
+  /// Returns the node "set" of a text.
+  nlohmann::json setOf(const std::string& name) {
+    return nlohmann::json::parse(vsa("dump --select set " + name).out)["nodes"];
+  }
 };
 
 TEST_F(MergeCommandTest, KeepsEachText) {
@@ -72,6 +76,86 @@ TEST_F(MergeCommandTest, ALinkToANodeThatWasRemovedMakesAClash) {
   EXPECT_EQ(vsa("merge a.vsa b.vsa").status, 1);
   EXPECT_EQ(vsa("merge --rename a.vsa b.vsa -o c.vsa").status, 0);
   EXPECT_EQ(nodesOf("c.vsa")[1]["name"], "n_2");
+}
+
+// Texts may share a node that each of them defines: the merged text assigns the same values to it
+// twice.
+TEST_F(MergeCommandTest, EqualDefinitionsAreNoClash) {
+  write("a.vsa", "define set; with set: .unit = \"m\"; .size = vec2(1, 2); t n: .l = set;");
+  const char* const equal[] = {
+      "define set;\nset.unit = \"m\";  # metres\nset.size = vec2( 1 2 );", "DEFINE set;",
+      "t m;\ndefine set;\nm.x = 1;\nwith set:\n  .unit = \"m\";\nm.y = 1;\n.size=vec2(1 2);"};
+  for (const char* text : equal) {
+    write("b.vsa", text);
+    for (const char* command :
+         {"merge a.vsa b.vsa -o c.vsa", "merge --rename b.vsa a.vsa -o c.vsa"}) {
+      const CommandOutcome run = vsa(command);
+      EXPECT_EQ(run.status, 0) << text;
+      EXPECT_EQ(run.err, "") << text;
+      EXPECT_EQ(setOf("c.vsa"), setOf("a.vsa")) << text;
+    }
+  }
+}
+
+TEST_F(MergeCommandTest, OtherDefinitionsAreAClash) {
+  const char* const others[][2] = {
+      {"define set; set.x = 1;", "define set; set.x = 2;"},
+      {"define set; set.x = 1;", "define set; set.x = 1; set.y = 1;"},
+      {"define set; set.x = 1; set.y = 2;", "define set; set.y = 2; set.x = 1;"},
+      // An element would be appended twice.
+      {"define set; set.x[*] = 1;", "define set; set.x[*] = 1;"},
+      // A node with a type of its own, and one that is removed.
+      {"define set;", "set set;"},
+      {"t set;", "define set;"},
+      {"define set;", "define set; remove set;"},
+      {"define set;", "define set; remove set; define set;"},
+  };
+  for (const auto& [first, second] : others) {
+    write("a.vsa", first);
+    write("b.vsa", second);
+    const CommandOutcome run = vsa("merge a.vsa b.vsa");
+    EXPECT_EQ(run.status, 1) << second;
+    EXPECT_EQ(run.err,
+              "vsa: b.vsa: the node set is in a.vsa, too; --rename gives it another name\n");
+    EXPECT_EQ(vsa("merge --rename a.vsa b.vsa").status, 0) << second;
+  }
+}
+
+// An empty definition may be shared with any other. The first one that is not empty counts.
+TEST_F(MergeCommandTest, EmptyDefinitionsAreNoClash) {
+  write("a.vsa", "define set; t a: .l = set;");
+  write("b.vsa", "define set; set.x[*] = 1;");
+  write("c.vsa", "define set; t c: .l = set;");
+  write("d.vsa", "define set; set.x = 2;");
+  EXPECT_EQ(vsa("merge a.vsa b.vsa c.vsa -o all.vsa").status, 0);
+  EXPECT_EQ(nodesOf("all.vsa")[0], nodesOf("b.vsa")[0]);
+  EXPECT_EQ(vsa("merge a.vsa b.vsa c.vsa d.vsa").err,
+            "vsa: d.vsa: the node set is in b.vsa, too; --rename gives it another name\n");
+}
+
+// A definition with a link to a node that is renamed is another definition, and so is one with a
+// link to that definition.
+TEST_F(MergeCommandTest, DefinitionsThatLinkToRenamedNodes) {
+  write("a.vsa", "t eye; define cam; cam.eye |= eye.out; define set; set.cam = cam; define o;");
+  EXPECT_EQ(vsa("merge --rename a.vsa a.vsa").err,
+            "vsa: a.vsa: the node cam is renamed to cam_2\n"
+            "vsa: a.vsa: the node eye is renamed to eye_2\n"
+            "vsa: a.vsa: the node set is renamed to set_2\n");
+  write("b.vsa", "define cam; cam.eye |= eye.out;");
+  EXPECT_EQ(vsa("merge a.vsa b.vsa").status, 0);
+  EXPECT_EQ(vsa("merge --rename b.vsa a.vsa b.vsa").err, "");
+  write("e.vsa", "t eye;");
+  // The cam of a.vsa is linked to eye_2, that of b.vsa to the node eye of e.vsa.
+  EXPECT_EQ(vsa("merge --rename e.vsa a.vsa b.vsa").err,
+            "vsa: a.vsa: the node eye is renamed to eye_2\n"
+            "vsa: b.vsa: the node cam is renamed to cam_2\n");
+}
+
+// A new name must not be one to which a broken link of a text refers.
+TEST_F(MergeCommandTest, NewNamesMakeNoLinks) {
+  write("a.vsa", "t n; t a: .l = n_2;");
+  write("b.vsa", "t n; t b: .l |= n_3.out;");
+  EXPECT_EQ(vsa("merge --rename a.vsa b.vsa").err, "vsa: b.vsa: the node n is renamed to n_4\n");
 }
 
 TEST_F(MergeCommandTest, FoldersAndLists) {

@@ -40,29 +40,68 @@ void MergeCommand::addTo(CommandOptions& options) {
 
 // Compares the names of a text with the names of the nodes that remain after the earlier texts. If
 // a name is used twice, chooses another name for it with --rename, and otherwise reports an error.
-// The name of a node that an earlier text has removed may be used again. Exception: if that text
-// has a broken link, the name may not be used again, because the link may refer to it.
-int MergeCommand::addNames(Part& part, const NodeNames& names, bool hasBrokenLinks) {
-  int status = EXIT_READ;
+// Exception: the texts share a node that both of them define alike.
+int MergeCommand::addNames(Part& part, const NodeNames& names, const Definitions& definitions,
+                           bool hasBrokenLinks) {
+  std::set<std::string> clashes, shared;
   for (const std::string& name : names.used()) {
-    const auto owner = owners_.find(name);
-    if (owner == owners_.end()) continue;
-    if (renames_) {
-      std::string other = otherName(name, names.used());
-      printError(part.name + ": the node " + name + " is renamed to " + other);
-      owners_.emplace(other, &part);
-      part.renames.emplace(name, std::move(other));
-    } else {
-      printError(part.name + ": the node " + name + " is in " + owner->second->name +
-                 ", too; --rename gives it another name");
-      status = EXIT_NOT_READ;
-    }
+    if (!owners_.contains(name)) continue;
+    const auto before = definitions_.find(name);
+    const bool isShared = before != definitions_.end() && names.isDefined(name) &&
+                          canShare(before->second, definitions.at(name));
+    (isShared ? shared : clashes).insert(name);
   }
+  if (renames_) moveLinked(definitions, shared, clashes);
+  // New names must not be among them: a broken link must remain broken.
+  reserved_.merge(names.missing());
+  for (const std::string& name : clashes) addClash(part, name, names.used());
+  addOwner(part, names, hasBrokenLinks);
+  addDefinitions(part, names, definitions);
+  return clashes.empty() || renames_ ? EXIT_READ : EXIT_NOT_READ;
+}
+
+void MergeCommand::addClash(Part& part, const std::string& name,
+                            const std::set<std::string>& used) {
+  if (!renames_) {
+    printError(part.name + ": the node " + name + " is in " + owners_.at(name)->name +
+               ", too; --rename gives it another name");
+    return;
+  }
+  std::string other = otherName(name, used);
+  printError(part.name + ": the node " + name + " is renamed to " + other);
+  owners_.emplace(other, &part);
+  part.renames.emplace(name, std::move(other));
+}
+
+// Adds the names of the nodes that remain after the text. The name of a node that the text has
+// removed may be used again. Exception: if the text has a broken link, the name may not be used
+// again, because the link may refer to it.
+void MergeCommand::addOwner(const Part& part, const NodeNames& names, bool hasBrokenLinks) {
   for (const std::string& name : names.used()) {
     if (hasBrokenLinks || names.has(name)) owners_.try_emplace(name, &part);
     reserved_.insert(name);
   }
-  return status;
+}
+
+// Adds the definitions that later texts may share. The texts share an empty definition with a
+// definition that is not empty: the latter then counts for the texts after them. No text shares a
+// definition that links to a node with a new name, because its words name another node there.
+void MergeCommand::addDefinitions(const Part& part, const NodeNames& names,
+                                  const Definitions& definitions) {
+  const auto isRenamed = [&](const std::string& word) { return part.renames.contains(word); };
+  for (const auto& [name, definition] : definitions) {
+    if (!names.isDefined(name) || isRenamed(name)) continue;
+    const auto& words = definition.firstWords;
+    const auto owner = owners_.find(name);
+    const auto before = definitions_.find(name);
+    if (before != definitions_.end()) {
+      if (!before->second.isEmpty || definition.isEmpty) continue;
+      before->second = definition;
+      owner->second = &part;
+    } else if (owner->second == &part && std::none_of(words.begin(), words.end(), isRenamed)) {
+      definitions_.emplace(name, definition);
+    }
+  }
 }
 
 // Returns a name that no text before has, and that is not in `used`. The search for a name begins
@@ -90,7 +129,9 @@ int MergeCommand::read(std::size_t index) {
   NodeNames names;
   TextFileSource text = sourceOf(index);
   NulSearch bytes(text);
-  ShortListSource source(bytes, vsa::UNLIMITED);
+  DefinitionReader definitions;
+  ShortListSource source(bytes, vsa::UNLIMITED,
+                         [&](const vsa::SyntaxToken& token) { definitions.add(token); });
   options.keptDiagnostics = 0;
   bool hasBrokenLinks = false;
   options.onDiagnostic = [&](const vsa::Diagnostic& found) {
@@ -103,7 +144,7 @@ int MergeCommand::read(std::size_t index) {
   progress_->hide();
   if (isComplete) {
     part.file.close();
-    return addNames(part, names, hasBrokenLinks);
+    return addNames(part, names, definitions.definitions(), hasBrokenLinks);
   }
   if (isInterrupted()) return EXIT_INTERRUPTED;
   TextFileSource again(part.file);

@@ -14,6 +14,7 @@
 #include "tools/vsa/common/files/files_progress.h"
 #include "tools/vsa/common/read_arguments.h"
 #include "tools/vsa/fmt/text_file.h"
+#include "tools/vsa/merge/definitions.h"
 #include "tools/vsa/merge/node_names.h"
 #include "tools/vsa/merge/node_renamer.h"
 
@@ -36,7 +37,11 @@ class MergeCommand final : public Command {
 
   int readAll(const std::vector<std::string>& names);
   int read(std::size_t index);
-  int addNames(Part& part, const NodeNames& names, bool hasBrokenLinks);
+  int addNames(Part& part, const NodeNames& names, const Definitions& definitions,
+               bool hasBrokenLinks);
+  void addClash(Part& part, const std::string& name, const std::set<std::string>& used);
+  void addOwner(const Part& part, const NodeNames& names, bool hasBrokenLinks);
+  void addDefinitions(const Part& part, const NodeNames& names, const Definitions& definitions);
   std::string otherName(const std::string& name, const std::set<std::string>& used);
   TextFileSource sourceOf(std::size_t index);
   int writeAll();
@@ -50,8 +55,9 @@ class MergeCommand final : public Command {
   std::string readError_;  // why a text could not be read when it was to be written
   std::optional<FilesProgress> progress_;
   std::map<std::string, const Part*> owners_;  // the first text in which a node has the name
-  std::set<std::string> reserved_;             // all names in the texts, also of removed nodes
-  std::map<std::string, int> nextNumbers_;     // where otherName() continues for a name
+  Definitions definitions_;                    // those of nodes that later texts may share
+  std::set<std::string> reserved_;  // all names in the texts, also of removed and missing nodes
+  std::map<std::string, int> nextNumbers_;  // where otherName() continues for a name
 };
 
 }  // namespace vsa_tools
