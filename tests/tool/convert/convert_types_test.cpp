@@ -33,6 +33,11 @@ TEST_F(ConvertTypesTest, RefusesADamagedTypesFile) {
   EXPECT_EQ(run.status, 2);
   EXPECT_EQ(run.err, "vsa: missing.json: No such file or directory\n");
   EXPECT_EQ(vsa("convert --types . a.vsa").status, 2);
+  run = vsa("convert --types - a.vsa <types.json");
+  EXPECT_TRUE(run.err.starts_with("<stdin>:1:")) << run.err;
+  run = vsa("convert --types - - <types.json");
+  EXPECT_EQ(run.status, 2);
+  EXPECT_EQ(run.err, "vsa: standard input can be read only once\n");
 }
 
 }  // namespace

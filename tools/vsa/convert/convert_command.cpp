@@ -32,6 +32,10 @@ void ConvertCommand::addTo(CommandOptions& options) {
 }
 
 int ConvertCommand::run() {
+  if (types_ == "-" && file_ == "-") {
+    printError("standard input can be read only once");
+    return EXIT_USAGE;
+  }
   if (!types_.empty() && !declareTypesOf(types_)) return EXIT_USAGE;
   const InputFile input = openInput(file_);
   if (!input.problem.empty()) {

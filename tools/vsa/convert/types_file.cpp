@@ -8,13 +8,14 @@
 #include "tools/vsa/common/output/exit_status.h"
 #include "tools/vsa/common/output/output.h"
 #include "tools/vsa/fmt/text_file.h"
+#include "tools/vsa/input/input_file.h"
 
 namespace vsa_tools {
 
 bool declareTypesOf(const std::string& name) {
   TextFile file;
   if (!file.open(name)) {
-    printError(name + ": " + file.problem());
+    printError(shownName(name) + ": " + file.problem());
     return false;
   }
   TextFileSource source(file);
@@ -22,13 +23,13 @@ bool declareTypesOf(const std::string& name) {
   std::array<char, 4096> block;
   while (const std::size_t count = source.read(block)) json.append(block.data(), count);
   if (!source.error().empty()) {
-    printError(name + ": " + source.error());
+    printError(shownName(name) + ": " + source.error());
     return false;
   }
   const vsa::TypesResult read = vsa::readTypes(json);
   if (!read.isValid()) {
     const Position place{static_cast<long>(read.place.line), static_cast<long>(read.place.column)};
-    printLine(diagnosticLine(name, place, "error", read.problem));
+    printLine(diagnosticLine(shownName(name), place, "error", read.problem));
     return false;
   }
   vsa::registerTypes(read.types);
