@@ -29,6 +29,7 @@ settings that a page names must exist. Lines have at most 120 columns, except ta
 
 import difflib
 import glob
+import gzip
 import html
 import json
 import os
@@ -144,6 +145,7 @@ def outcome(block, language):
 # docs/messages.md.
 DAMAGED = {
     "this looks like UTF-16": "lamp sun;".encode("utf-16"),
+    "this file is compressed with gzip": gzip.compress(b"lamp sun;"),
     "a NUL byte": b"# a comment\0 and its rest\nlamp sun;",
     "a byte 0xFF": b"lamp sun; \xff lamp moon;",
     "the text is cut off": b'lamp sun; "never closed',

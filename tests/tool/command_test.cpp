@@ -150,6 +150,10 @@ TEST_F(CommandTest, EachCommandReportsLosses) {
       {"lamp a;\n\0\n"s, "a.vsa:2:1: error: a NUL byte, at which a string, comment or name ends\n"},
       {"\x1F\x8B\x08\0\0\0\0\0\0\x03"s,
        "a.vsa: error: this file is compressed with gzip; a text is not\n"},
+      {"lamp a;\n\xFF lamp b;\n",
+       "a.vsa:2:1: error: a byte 0xFF ended the text before the file ended\n"},
+      {"lamp a;\n\"cut",
+       "a.vsa:2:1: error: the text is cut off: UNEXPECTED EOF while parsing STRING\n"},
       {"l\0a\0m\0p\0 \0a\0;\0"s, "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8\n"},
   };
   for (const LossRow& row : rows) {

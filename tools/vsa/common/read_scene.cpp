@@ -8,24 +8,6 @@ namespace vsa_tools {
 
 namespace {
 
-using vsa::DiagnosticId;
-
-Position beginOf(const vsa::Diagnostic& diagnostic) {
-  const vsa::TextPosition& begin = diagnostic.range.begin;
-  return {static_cast<long>(begin.line), static_cast<long>(begin.column)};
-}
-
-/// Returns the loss that a diagnostic reports, or nothing if the diagnostic must be passed on.
-std::optional<Loss> lossOf(const vsa::Diagnostic& diagnostic) {
-  if (diagnostic.id == DiagnosticId::EndMark) {
-    return Loss{"a byte 0xFF ended the text before the file ended", beginOf(diagnostic)};
-  }
-  if (diagnostic.id == DiagnosticId::UnexpectedEof && diagnostic.endedReading) {
-    return Loss{"the text is cut off: " + diagnostic.message, beginOf(diagnostic)};
-  }
-  return std::nullopt;
-}
-
 /// Adds the reason why the reading ended early, if no diagnostic contains that reason.
 void addEnd(const vsa::ReadOutcome& read, bool hasFatal, std::vector<Loss>& losses) {
   if (read.status == vsa::ReadStatus::Unreadable) {

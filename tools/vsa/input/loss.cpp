@@ -4,6 +4,25 @@
 
 namespace vsa_tools {
 
+namespace {
+
+Position beginOf(const vsa::Diagnostic& diagnostic) {
+  const vsa::TextPosition& begin = diagnostic.range.begin;
+  return {static_cast<long>(begin.line), static_cast<long>(begin.column)};
+}
+
+}  // namespace
+
+std::optional<Loss> lossOf(const vsa::Diagnostic& diagnostic) {
+  if (diagnostic.id == vsa::DiagnosticId::EndMark) {
+    return Loss{"a byte 0xFF ended the text before the file ended", beginOf(diagnostic)};
+  }
+  if (diagnostic.id == vsa::DiagnosticId::UnexpectedEof && diagnostic.endedReading) {
+    return Loss{"the text is cut off: " + diagnostic.message, beginOf(diagnostic)};
+  }
+  return std::nullopt;
+}
+
 std::optional<Loss> byteLoss(const InspectedSource& source) {
   if (const char* compressor = compressorOf(source.head())) {
     return Loss{std::string("this file is compressed with ") + compressor + "; a text is not",

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include <vsa/reading/read_diagnostic.h>
 #include "tools/vsa/input/inspected_source.h"
 
 namespace vsa_tools {
@@ -16,6 +17,10 @@ struct Loss {
   /// Where the problem is. Not set if that is unknown.
   std::optional<Position> position;
 };
+
+/// Returns the problem that a diagnostic reports, or nothing if it reports none of these: the text
+/// is cut off, or a byte 0xFF ended it.
+std::optional<Loss> lossOf(const vsa::Diagnostic& diagnostic);
 
 /// Returns the problem that the bytes of the file show, as far as they were read: the file is
 /// compressed, has another encoding, or has a NUL byte. Returns only the first of these, because

@@ -67,10 +67,14 @@ class Reading {
   // --max-diagnostics.
   void add(const vsa::Diagnostic& found) {
     file_.brokenLinks += isBrokenLink(found.id);
+    endIsReported_ = endIsReported_ || found.endedReading;
+    if (const std::optional<Loss> loss = lossOf(found)) {
+      add(loss->position, "error", loss->text);
+      return;
+    }
     const bool hasPosition = !found.kind.empty();
     const Position position{found.logLineNumber, found.logColumn};
     const std::string text = arguments_.lineOf(found);
-    endIsReported_ = endIsReported_ || found.endedReading;
     const bool fits = kept_ < arguments_.maxDiagnostics() &&
                       file_.messages.size() + text.size() <= KEPT_MESSAGE_BYTES;
     if (!fits && !found.endedReading) {

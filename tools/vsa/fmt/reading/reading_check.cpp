@@ -65,7 +65,9 @@ std::vector<std::string> endingDiagnostics(const std::string& name, vsa::Source&
     if (!found.endedReading) continue;
     const Position position{static_cast<long>(found.range.begin.line),
                             static_cast<long>(found.range.begin.column)};
-    lines.push_back(diagnosticLine(name, position, "error", arguments.messageOf(found)));
+    const std::optional<Loss> loss = lossOf(found);
+    lines.push_back(
+        diagnosticLine(name, position, "error", loss ? loss->text : arguments.messageOf(found)));
   }
   if (lines.empty() && !outcome.isComplete())
     lines.push_back(diagnosticLine(name, std::nullopt, "error", outcome.message));
