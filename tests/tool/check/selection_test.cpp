@@ -140,6 +140,8 @@ TEST_F(SelectionTest, TypesAreReadFromAFile) {
   EXPECT_NE(std::string::npos, run.out.find("[unknown-type]")) << run.out << run.err;
   EXPECT_EQ("vsa: none: No such file or directory\n", vsa("check --types none a.vsa").err);
   write("wrong.json", "{\n\"typos\": []}");
+  EXPECT_EQ("vsa: standard input can be read only once\n",
+            vsa("check --types - - <types.json").err);
   const CommandOutcome wrong = vsa("check --types wrong.json a.vsa");
   EXPECT_EQ(2, wrong.status);
   EXPECT_TRUE(wrong.err.starts_with("vsa: wrong.json:2:")) << wrong.err;

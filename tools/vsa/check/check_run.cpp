@@ -85,8 +85,12 @@ int CheckRun::run() {
   if (isInterrupted()) return EXIT_INTERRUPTED;
   if (!options_.baseline.empty()) known_ = Baseline::read(options_.baseline);
   const FileList list = listFiles(options_.files, options_.separator);
-  if (options_.isFixing && std::ranges::find(list.files, "-") != list.files.end()) {
+  const bool readsInput = std::ranges::find(list.files, "-") != list.files.end();
+  if (readsInput && options_.isFixing) {
     throw std::runtime_error("--fix cannot change standard input");
+  }
+  if (readsInput && options_.typesFile == "-") {
+    throw std::runtime_error("standard input can be read only once");
   }
   const std::vector<Item> all = items(list);
   if (all.size() > 1) keepFreedMemory();
