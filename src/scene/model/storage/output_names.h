@@ -15,11 +15,9 @@ class OutputNames {
   /// Returns the number of a name. Adds the name if it is new. Throws std::bad_alloc, or
   /// std::length_error for more than 2^32 - 1 names. If it throws std::bad_alloc, nothing changes.
   std::uint32_t numberOf(const String& name) {
-    if (last_ < names_.size && names_[last_] == name) return last_;
     const auto isNamed = [&](std::uint64_t i) { return names_[i] == name; };
     const std::uint64_t found = index_.find(name.hash(), isNamed);
-    last_ = static_cast<std::uint32_t>(found == ds::HashIndex::NONE ? add(name) : found);
-    return last_;
+    return static_cast<std::uint32_t>(found == ds::HashIndex::NONE ? add(name) : found);
   }
 
   /// Returns the name with that number.
@@ -36,8 +34,6 @@ class OutputNames {
 
   ds::Vector<String> names_;
   ds::HashIndex index_;
-  // The number that was returned last. Consecutive links often name the same output.
-  std::uint32_t last_ = 0;
 };
 
 }  // namespace zn::korvo_sdk
