@@ -225,15 +225,13 @@ class ReadSession {
   std::uint64_t memory() const noexcept { return limits.memory - remaining_; }
   /// Counts memory that will be allocated. Throws ReadStopped if it exceeds the limit.
   void charge(std::uint64_t bytes) {
-    if (bytes > remaining_) [[unlikely]]
-      overcharge(bytes);
+    if (bytes > remaining_) overcharge(bytes);
     remaining_ -= bytes;
   }
   /// Throws ReadStopped if `bytes` of temporary memory would exceed the limit. Does not count the
   /// bytes.
   void requireMemory(std::uint64_t bytes) {
-    if (bytes > remaining_ && limits.memory != Limits::NONE) [[unlikely]]
-      exceed(Budget::Memory);
+    if (bytes > remaining_ && limits.memory != Limits::NONE) exceed(Budget::Memory);
   }
 
  protected:

@@ -82,15 +82,14 @@ class ListPrinter {
       const std::int64_t column = at - chunk - lineStart;
       const bool fits =
           static_cast<std::uint64_t>(column) + (i == end ? 2 : 1) <= layout_.maxColumns;
-      if (fits && units_ < layout_.maxUnits) [[likely]] {
+      if (fits && units_ < layout_.maxUnits) {
         ++units_;
       } else if (units_ > 0) {
         at = onNewLine(start, at);
         lineStart = start + 1 - chunk;
         units_ = 1;
       }
-      if (isFirst_) [[unlikely]]
-        begin(start);
+      if (isFirst_) begin(start);
     }
     column_ = at - chunk - lineStart;
     out_.extendTo(at);
