@@ -84,7 +84,8 @@ struct SeventeenDigits {
 };
 
 /// Returns the digits of a number below 10^9 that is not 0. Has no branches, because it is
-/// unpredictable whether a number has nine digits.
+/// unpredictable whether a number has nine digits. Inlining saves 7 % of the time of the benchmark
+/// write/double_list.
 [[gnu::always_inline]] inline NineDigits nineDigits(std::uint32_t number) {
   const std::uint32_t upper = number / TEN_TO_8;
   const std::uint64_t word = eightDigits(number - upper * TEN_TO_8);
@@ -145,7 +146,7 @@ char* putWithPoint(char* to, const Digits& digits, int count, int point) {
 }
 
 template <class Digits>
-[[gnu::always_inline]] inline char* putDigits(char* to, const Digits& digits, int exponent) {
+char* putDigits(char* to, const Digits& digits, int exponent) {
   const int count = digits.count();
   const int point = digits.total + exponent;    // Digits before the point, if it is positive.
   const int exponentWidth = count > 1 ? 5 : 4;  // The length of ".e-05" or "e-05".
