@@ -10,12 +10,10 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <limits>
 #include <string>
 #include <string_view>
 
 #include <vsa/foundation/string.h>
-#include <vsa/foundation/vector.h>
 #include "foundation/base/argument_list.h"
 
 namespace zn {
@@ -40,16 +38,14 @@ class Formatter {
     while (*at_ != '\0') {
       const char* const percent = std::strchr(at_, '%');
       if (percent == nullptr) {
-        append(at_);
+        text_ += at_;
         break;
       }
-      append({at_, static_cast<std::size_t>(percent - at_)});
+      text_.append(at_, percent);
       at_ = percent;
       conversion();
     }
-    if (end_ < text_.size) text_.size = end_;
-    if (text_.size >= MIN_ADOPTED_BYTES) return String::adoptWhole(std::move(text_));
-    return String::copyOf({text_.data, static_cast<std::size_t>(text_.size)});
+    return String::copyOf(std::string_view(text_).substr(0, end_));
   }
 
  private:
@@ -63,7 +59,7 @@ class Formatter {
     const char kind = *at_;
     if (kind != '\0') ++at_;
     conversion_ += kind;
-    if (!convert(kind, length)) append({start, static_cast<std::size_t>(at_ - start)});
+    if (!convert(kind, length)) text_.append(start, at_);
   }
 
   void copyWhile(const char* set) {
@@ -105,7 +101,7 @@ class Formatter {
   bool convert(char kind, Length length) {
     switch (kind) {
       case '%':
-        append("%");
+        text_ += '%';
         return true;
       case 's':
         string(va_arg(arguments_.list, const char*));
@@ -146,7 +142,7 @@ class Formatter {
   void string(const char* value) {
     if (value == nullptr) value = "(null)";
     if (conversion_ == "%s") {
-      append(value);
+      text_ += value;
     } else {
       print(value);
     }
@@ -154,11 +150,9 @@ class Formatter {
 
   // Converts a character. This is the only conversion that can write a NUL.
   void character(int value) {
-    const std::uint64_t start = text_.size;
+    const std::size_t start = text_.size();
     print(value);
-    if (static_cast<unsigned char>(value) != 0) return;
-    const std::string_view all(text_.data, static_cast<std::size_t>(text_.size));
-    end_ = std::min<std::uint64_t>(end_, all.find('\0', start));
+    if (static_cast<unsigned char>(value) == 0) end_ = std::min(end_, text_.find('\0', start));
   }
 
   // Converts an integer. Signed and unsigned types of one width are passed in the same way.
@@ -190,30 +184,17 @@ class Formatter {
     const int length = std::snprintf(nullptr, 0, conversion_.c_str(), value);
     if (length <= 0) return;
     const std::size_t added = static_cast<std::size_t>(length);
-    text_.reserveAdditional(added + 1);
-    std::snprintf(text_.data + text_.size, added + 1, conversion_.c_str(), value);
-    text_.size += added;
+    const std::size_t start = text_.size();
+    text_.resize(start + added);
+    std::snprintf(text_.data() + start, added + 1, conversion_.c_str(), value);
   }
 #pragma GCC diagnostic pop
-
-  // Appends a text. Reserves a few more characters, because the rest of a format is usually short.
-  void append(std::string_view piece) {
-    if (piece.empty()) return;
-    text_.reserveAdditional(piece.size() + SPARE);
-    std::memcpy(text_.data + text_.size, piece.data(), piece.size());
-    text_.size += piece.size();
-  }
-
-  static constexpr std::size_t SPARE = 64;
-  // The minimum size of a text that adopts the collected characters instead of copying them.
-  static constexpr std::uint64_t MIN_ADOPTED_BYTES = 1024;
 
   const char* at_;
   Arguments& arguments_;
   std::string conversion_;  // The current conversion, from its % to its letter.
-  ds::Vector<char> text_;
-  // The position of the first NUL. The maximum value if there is none.
-  std::uint64_t end_ = std::numeric_limits<std::uint64_t>::max();
+  std::string text_;
+  std::size_t end_ = std::string::npos;  // The position of the first NUL.
 };
 
 }  // namespace
