@@ -79,8 +79,7 @@ StatementKind assignment(Tokens tokens, std::size_t& valueIndex) {
   } else {
     at = hasKind(tokens, value, SyntaxKind::Null) ? value + 1 : endOfPath(tokens, value);
   }
-  const bool isWhole = at > value && isChar(tokens, at, ';') && at + 1 == tokens.size();
-  if (!isWhole) return StatementKind::Malformed;
+  if (at == value || !isChar(tokens, at, ';')) return StatementKind::Malformed;
   valueIndex = value;
   return isConnection ? StatementKind::Connection : StatementKind::Assignment;
 }

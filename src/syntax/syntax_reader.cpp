@@ -250,8 +250,8 @@ bool SyntaxReader::State::appendStatement(std::vector<SyntaxToken>& tokens, std:
       tokens.pop_back();
       return true;
     }
-    if (token.kind == SyntaxKind::Punctuation && (token.is(';') || token.is(':'))) return true;
-    if (tokens.front().kind == SyntaxKind::Comment) return true;
+    const bool isComment = tokens.front().kind == SyntaxKind::Comment;
+    if (isComment || token.is(';') || token.is(':')) return true;
   } while (tokens.size() < maxTokens);
   return false;
 }

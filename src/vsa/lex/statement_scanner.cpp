@@ -37,7 +37,7 @@ SimpleStatement::SimpleStatement()
 }
 
 StatementScanner::StatementScanner(Lexer& lexer, const Token& consumed) noexcept : lexer_(lexer) {
-  if (consumed.type == Type::Eof || lexer.windowBegin == lexer.windowLast()) return;
+  if (lexer.windowBegin == lexer.windowLast()) return;
   // Requires that four tokens end in this block: `consumed` and the three tokens after it. So fewer
   // than 2^32 bytes are between them, and the difference below is right even if `index` wrapped
   // around.
