@@ -82,7 +82,7 @@ Type TokenTextPool::addWord(std::string_view characters, const Key& key, String&
   if (characters.empty() || characters.size() > MAX_WORD_BYTES) return literal.type;
   Word* const first = pairOf(key.hash());
   first[1] = std::move(first[0]);
-  first[0] = {key.head, key.length, literal.type, key.tail, out};
+  first[0] = {key.head, key.tail, key.length, literal.type, out};
   return literal.type;
 }
 
