@@ -1,11 +1,12 @@
 // Measures the stages of a read: lexing, number conversion, buffer literals, the hash map, link
-// resolution and inflate. Each benchmark checks the result of its stage.
+// resolution and inflate. Also measures vsa::OutlineReader. Each benchmark checks its result.
 #include <benchmark/benchmark.h>
 
 #include <stdexcept>
 #include <vector>
 
 #include <vsa/foundation/decompress.h>
+#include <vsa/outline.h>
 #include "bench/ours/our_reader.h"
 #include "foundation/compression/inflate.h"
 #include "foundation/containers/hash_map.h"
@@ -79,6 +80,24 @@ BENCHMARK(lexGeo)->Name("lexer/geo")->Unit(benchmark::kMillisecond);
 BENCHMARK(lexNodes)->Name("lexer/nodes")->Unit(benchmark::kMillisecond);
 BENCHMARK(lexLinks)->Name("lexer/links")->Unit(benchmark::kMillisecond);
 BENCHMARK(lexStrings)->Name("lexer/text")->Unit(benchmark::kMillisecond);
+
+// The outlines of statements, as for vsa check.
+
+size_t outlinesIn(const std::string& text) {
+  vsa::OutlineReader reader(text);
+  vsa::StatementOutline statement;
+  size_t statements = 0;
+  while (reader.next(statement)) ++statements;
+  return statements;
+}
+
+void readOutlines(benchmark::State& state) {
+  const Text vsa = nodes(100'000);
+  requireCount("the outline reader", "statements", outlinesIn(vsa.text), vsa.expected.statements);
+  for ([[maybe_unused]] auto iteration : state) benchmark::DoNotOptimize(outlinesIn(vsa.text));
+  setRate(state, "statements/s", vsa.expected.statements);
+}
+BENCHMARK(readOutlines)->Name("outline/nodes")->Unit(benchmark::kMillisecond);
 
 // Number conversion: single numbers, as in scalars and tuples, and whole lists.
 
@@ -244,7 +263,8 @@ BENCHMARK(resolveLinks)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 
-// Inflate: a binary stream, and a compressed text as in a buffer literal.
+// Inflate: binary streams, and a compressed text as in a buffer literal. Most matches of an image
+// are short. Those of a scene's text are longer, and those of zeros have the maximum length.
 
 constexpr size_t IMAGE_BYTES = 4 << 20;
 
@@ -252,8 +272,8 @@ const unsigned char* bytesOf(const std::string& text) {
   return reinterpret_cast<const unsigned char*>(text.data());
 }
 
-void inflateStream(benchmark::State& state) {
-  const std::string bytes = imageBytes(IMAGE_BYTES, 1), stream = zlibStream(bytes);
+void inflateStream(benchmark::State& state, const std::string& bytes) {
+  const std::string stream = zlibStream(bytes);
   std::string out(bytes.size(), '\0');
   auto* const memory = reinterpret_cast<unsigned char*>(out.data());
   size_t length = 0;
@@ -264,7 +284,19 @@ void inflateStream(benchmark::State& state) {
   if (out != bytes) throw std::runtime_error("inflate: wrong bytes");
   state.SetBytesProcessed(static_cast<int64_t>(bytes.size()) * state.iterations());
 }
-BENCHMARK(inflateStream)->Name("inflate/stream")->Unit(benchmark::kMillisecond);
+
+void inflateImage(benchmark::State& state) {
+  inflateStream(state, imageBytes(IMAGE_BYTES, 1));
+}
+void inflateScene(benchmark::State& state) {
+  inflateStream(state, text(IMAGE_BYTES).text);
+}
+void inflateZeros(benchmark::State& state) {
+  inflateStream(state, std::string(IMAGE_BYTES, '\0'));
+}
+BENCHMARK(inflateImage)->Name("inflate/stream")->Unit(benchmark::kMillisecond);
+BENCHMARK(inflateScene)->Name("inflate/scene")->Unit(benchmark::kMillisecond);
+BENCHMARK(inflateZeros)->Name("inflate/zeros")->Unit(benchmark::kMillisecond);
 
 void decompressText(benchmark::State& state) {
   const std::string bytes = imageBytes(IMAGE_BYTES, 1), stream = zlibStream(bytes);
