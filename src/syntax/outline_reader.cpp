@@ -27,7 +27,8 @@ constexpr int END_MARK = 0xFF;  // an int, because std::memchr takes one
 
 // Resets `out`, as `out = {}` does, but faster. GCC emits a slow `rep stos` for `out = {}`. An
 // assignment of several members in one expression is slow, too: it loads a member that was just
-// stored, and waits for the store. Each of the two would take a third of the time of next().
+// stored, and waits for the store. Each of the two would take a third of the time of the benchmark
+// outline/nodes.
 inline void clear(StatementOutline& out) {
   constexpr std::string_view NONE;
   out.kind = StatementKind::Malformed;

@@ -71,7 +71,7 @@ void VsaParser::assign(const SimpleStatement& statement) {
 // Executes an assignment in the library's scene if no node type is declared. Searches for the input
 // only once: if the input does not exist, the scene adds it without a second search. The value of a
 // new input is assigned without checks, because the input has the type of the value. This saves a
-// fifth of the time of the benchmark nodes 100k.
+// fifth of the instructions of the benchmark nodes.
 void VsaParser::assignInLibrary(const SimpleStatement& statement, INode& node) {
   const std::span<const Token> path = statement.path();
   const String& name = path.back().text;

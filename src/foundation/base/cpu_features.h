@@ -1,6 +1,6 @@
 // Detects the instruction sets of the processor. Internal.
 //
-// Without AVX2, reading the benchmark geo takes 1.5 times as long, and without any kernel 6 times.
+// Without AVX2, reading the benchmark geo takes 1.7 times as long, and without any kernel 6 times.
 // Some functions have several implementations (kernels), each for another instruction set. They
 // call the functions of this header to select a kernel at run time. One build therefore runs on all
 // processors of its architecture.

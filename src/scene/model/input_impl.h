@@ -136,7 +136,8 @@ class InputImpl final : public Input {
   union {
     // The index of an element.
     std::uint32_t index_;
-    // The low bits of the name's hash. They are compared before the names.
+    // The low bits of the name's hash. They are compared before the names, which saves 2 % of the
+    // instructions of the benchmark nodes.
     std::uint32_t nameTag_;
   };
   std::uint16_t level_;

@@ -24,8 +24,8 @@ class OutputImpl final : public Output {
   /// Returns false if the output has another name.
   bool takeName(std::uint32_t number) noexcept {
     // Uses `|` to avoid a branch. It is unpredictable whether an output has a name, and a
-    // mispredicted branch would wait for the cache line of the node. In the benchmark links 100k,
-    // connections alone take 3.2 ms with `||` and 2.7 ms with `|`.
+    // mispredicted branch would wait for the cache line of the node. This saves 3 % of the time of
+    // the benchmark links 100k.
     const bool fits = (nameNumber_ == UNNAMED) | (nameNumber_ == number);
     if (fits) nameNumber_ = number;
     return fits;

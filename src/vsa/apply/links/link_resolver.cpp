@@ -54,7 +54,7 @@ void LinkResolver::resolveReferences(const PendingTable& references) {
 // 3. Prefetch the node.
 // 4. Resolve the link.
 // In a host's scene, and for fewer than NAMES links, the slot and the node are not prefetched.
-// Without prefetching, the benchmark links 100k takes 1.3 times as long, and links 1M 1.9 times.
+// Without prefetching, the benchmark links 100k takes 1.4 times as long, and links 1M 1.9 times.
 template <class Resolve>
 void LinkResolver::resolveAll(const PendingTable& table, const Resolve& resolve) {
   const Snapshot entries = snapshotOf(table);

@@ -66,7 +66,8 @@ class TextArena {
 /// PendingTable uses it to find out whether an input may already have a link. Most inputs are
 /// created at ascending addresses, so the address of a new input is above the highest stored
 /// address of its page. The first link of such an input needs no look-up in the table of links,
-/// which may be larger than the CPU caches. This saves 4 % of the time of the benchmark links 1M.
+/// which may be larger than the CPU caches. This saves 30 % of the time of the benchmark links
+/// 100k.
 class AddressFilter {
  public:
   AddressFilter() = default;
