@@ -48,6 +48,21 @@ constexpr HintRow ROWS[] = {
     {"<<<<<<< HEAD\nlamp sun;\n", "a merge left both versions"},
     {"lamp a;\n=======\nlamp b;\n", "a merge left both versions"},
     {"lamp sun:\n\u00A0.x = 1;", "no-break space", "lamp sun:\n .x = 1;"},
+    {"lamp sun\n.x = 1;", "end the statement with `:`", "lamp sun:\n.x = 1;"},
+    {"lamp sun; remove sun\nlamp moon;", "end the statement with `;`",
+     "lamp sun; remove sun;\nlamp moon;"},
+    {"-- noon\nlamp sun;", "a comment begins with `#`", "# noon\nlamp sun;"},
+    {"42;", "not with a value"},
+    {"lamp sun;\n{1 2};", "not with a value"},
+    {"lamp sun;\nset sun.x = 1;", "remove `set`", "lamp sun;\nsun.x = 1;"},
+    {"include \"a.vsa\";", "does not include"},
+    {"lamp: sun;", "without a colon", "lamp sun;"},
+    {"lamp sun: .x: sun;", "write `=`", "lamp sun: .x= sun;"},
+    {"lamp sun;\nsun x = 1;", "a path has periods", "lamp sun;\nsun.x = 1;"},
+    {"lamp sun = {\n.x = 1;\n};", "there are no blocks"},
+    {"*sun.x = 1;", "begins with a type or an input path"},
+    {"lamp sun;\nsun::x = 1;", "a path has periods", "lamp sun;\nsun.x = 1;"},
+    {"lamp sun;\nsun->x = 1;", "a path has periods", "lamp sun;\nsun.x = 1;"},
     {"lamp a;;", "remove the semicolon", "lamp a;"},
     {"lamp sun;\n.power = 2.5;", "end the declaration of sun with a colon",
      "lamp sun:\n.power = 2.5;"},
@@ -81,11 +96,19 @@ constexpr HintRow ROWS[] = {
     {"m m: .v = vec3(\"1\" 2 3);", "a list has numbers only"},
     {"lamp s: .c <- d.out;\nsky d;", "written with `|=`"},
     {"lamp s: .c -> d.out;\nsky d;", "written with `|=`"},
+    {"lamp s: .c => d.out;\nsky d;", "written with `|=`"},
+    {"lamp s: .c <= d.out;\nsky d;", "written with `|=`"},
+    {"lamp s: .c =| d.out;\nsky d;", "written with `|=`", "lamp s: .c |= d.out;\nsky d;"},
+    {"m m: .v = mat3(1 0 0; 0 1 0; 0 0 1);", "`;` ends the statement",
+     "m m: .v = mat3(1 0 0, 0 1 0, 0 0 1);"},
+    {"m m: .v = float[2] {1.#INF 0};", "write `inf`", "m m: .v = float[2] {inf 0};"},
+    {"m m: .v = float[2] {0 -1.#IND00};", "write `nan`", "m m: .v = float[2] {0 nan};"},
     {"m m: .k[-1] = 1;", "indices count from 0"},
     {"m m: .k[i] = 1;", "an index is a number"},
     {"m m: .k[ * ] = 1;", "write `[*]`", "m m: .k[*] = 1;"},
     {"m m: .k[] = 1;", "`[*]` to append"},
     {"lamp sun: .l = \"noon;\nlamp moon;\n", "close the string"},
+    {"t a: .s = \"noon;\nt b: .s = \"50\\%\";\n", "close the string"},
     {"lamp a: remove a; k = 1;", "write the node's name and a period"},
     {"lamp a: remove b ; k = 1;", "write the node's name and a period"},
     {"lamp a: .j = 1; k = 1;", "begins with a period", "lamp a: .j = 1; .k = 1;"},
@@ -104,6 +127,13 @@ constexpr HintRow ROWS[] = {
     {"lamp sun: .c |= dusk.out\n.p = 1;\nsky dusk;", "end the statement with `;`",
      "lamp sun: .c |= dusk.out;\n.p = 1;\nsky dusk;"},
     {"lamp sun: .p = 1,\n.q = 2;", "write `;`", "lamp sun: .p = 1;\n.q = 2;"},
+    {"lamp sun: .p = 1:", "end the statement with `;`", "lamp sun: .p = 1;"},
+    {"lamp sun: .p = 1.#INF;", "written `-inf` or `-nan`"},
+    {"lamp sun: .p = 1 2 3;", "several are a list"},
+    {"lamp sun: .p = vec3 1 2 3;", "a tuple is `vec3(x y z)`"},
+    {"lamp sun: .p = float[2];", "a buffer has a list"},
+    {"lamp sun: .p = sun[0];", "the name of a node, without an index"},
+    {"lamp sun: .l = \"a \"b\" c\";", "a quote inside a string"},
     {"lamp sun: .p = 1'000;", "no separators"},
     {"lamp sun: .p = 1 + 2;", "nothing is computed"},
     {"lamp sun: .p = 2.5 W;", "a number has no unit"},
@@ -134,6 +164,7 @@ constexpr HintRow ROWS[] = {
     {"lamp sun: .p = ;", "a value is missing"},
     {"lamp sun: .p = # watts\n2;", "behind the semicolon"},
     {"lamp sun: .v = vec3(1 2);", "for them write `vec2`"},
+    {"lamp sun: .v = mat4(1 0 0 0 1 0 0 0 1);", "for them write `mat3`"},
     {"lamp sun: .v = mat3((1 0 0)(0 1 0)(0 0 1));", "put blanks between them",
      "lamp sun: .v = mat3((1 0 0) (0 1 0) (0 0 1));"},
     {"lamp sun: .c = rgba(1 2);", "3 or 4 numbers"},
@@ -166,8 +197,11 @@ constexpr HintRow ROWS[] = {
     {"lamp s: .l = \"a\"; .l = 12;", "write `\"12\"`", "lamp s: .l = \"a\"; .l = \"12\";"},
     {"lamp s: .o = true; .o = 1.0;", "write `true`", "lamp s: .o = true; .o = true;"},
     {"lamp s: .v = vec3(1 2 3); .v = 1;", "write `1.0`", "lamp s: .v = vec3(1 2 3); .v = 1.0;"},
+    {"lamp s: .o = true; .o = \"yes\";", "write `true`", "lamp s: .o = true; .o = true;"},
+    {"lamp s: .n = 1; .n = \"two\";", "in the type of the input"},
+    {"lamp s: .n = float[1] {1}; .n = int32[1] {1};", "in the type of the input"},
     {"lamp s: .v = vec3(1 2 3); .v = 2u;", "an integer does not become a vector"},
-    {"a n: .x = 5; remove n; a n: .x = true; .x = 2.5;", ""},
+    {"a n: .x = 5; remove n; a n: .x = true; .x = 2.5;", "in the type of the input"},
     {"a n: .x = 5; remove n; a n: .x = 3; .x = 2.5;", "write the first value as `3.0`",
      "a n: .x = 5; remove n; a n: .x = 3.0; .x = 2.5;"},
     {"m m: .i = byte[1] {1}; .i = [300];", ""},
@@ -252,6 +286,14 @@ TEST(Hints, HaveEditsThatRepairTheText) {
     EXPECT_TRUE(read.diagnostics.empty()) << row.fixed << "\n"
                                           << read.diagnostics.front().logLine();
   }
+}
+
+TEST(Hints, NoteWhereTheReaderNoticesAnOpenString) {
+  const std::string_view text = "m m: .s = \"open;\nm n: .s = \"red\";\n";
+  const Finding finding = hintFor(text, vsa::readText(text));
+  ASSERT_EQ(finding.notes.size(), 1U);
+  EXPECT_EQ(finding.notes[0].text, "the reader notices it here");
+  EXPECT_EQ(finding.notes[0].range.begin.offset, text.find("red"));
 }
 
 TEST(Hints, NoteWhereAnInputGotItsType) {

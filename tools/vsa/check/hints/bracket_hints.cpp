@@ -2,6 +2,7 @@
 // merge leaves.
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include <vsa/foundation/char_class.h>
 #include "tools/vsa/check/hints/hint_text.h"
@@ -20,12 +21,16 @@ bool mayBeIn(char open, char c) {
 }
 
 // Returns the offset at which the reader notices that the string or list at `open` is not closed.
-// For a string, this is the end of the text. For a list, it is the first character that is not
-// allowed in such a list, or the end of the text if there is none.
+// For a string, this is what follows the next quote, or the end of the text if there is none. For a
+// list, it is the first character that is not allowed in such a list, or the end of the text if
+// there is none.
 std::uint64_t noticedAt(const HintText& text, std::uint64_t open) {
   const std::string_view all = text.text();
   const char first = text.at(open);
-  if (first == '"') return all.size();
+  if (first == '"') {
+    const std::uint64_t end = endOfString(all, open);
+    return text.beginBehind(end);
+  }
   std::uint64_t at = open + 1;
   while (at < all.size() &&
          (mayBeIn(first, all[at]) || char_class::is(all[at], char_class::WHITE))) {
@@ -54,6 +59,13 @@ bool isOpening(std::string_view source) {
 }
 
 void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& finding) {
+  const std::vector<std::size_t> semicolons = semicolonsInList(text.text(), open.begin.offset);
+  if (!semicolons.empty()) {
+    finding.range = text.rangeOf(text.text().substr(semicolons.front(), 1));
+    finding.hint = "blanks and commas separate the numbers of a list, and `;` ends the statement";
+    for (const std::size_t at : semicolons) finding.edits.push_back({at, at + 1, ","});
+    return;
+  }
   finding.hint = hintFor(text.at(open.begin.offset));
   const std::uint64_t noticed = noticedAt(text, open.begin.offset);
   const bool isAtEnd = noticed >= text.text().size();

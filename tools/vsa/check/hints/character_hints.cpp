@@ -1,4 +1,5 @@
 // Hints for invalid characters, for words in lists, and for strings and lists without an end.
+#include <algorithm>
 #include <string>
 
 #include <vsa/foundation/char_class.h>
@@ -36,6 +37,39 @@ const char* hintForInvalid(char character, bool isBehindDigit, bool isArrow) {
       break;
   }
   return "remove the character, or quote the text that it belongs to";
+}
+
+// Adds a hint for an arrow in an input path, such as "sun->power = 1;".
+bool hintForArrowInPath(HintText& text, std::uint64_t at, Finding& finding) {
+  const std::string_view all = text.text();
+  if (at < 2 || all.substr(at - 1, 2) != "->" || nameBefore(all, at - 1).empty()) return false;
+  const std::uint64_t end = endOfName(all, at + 1);
+  const char next = text.at(text.beginBehind(end));
+  if (end == at + 1 || (next != '=' && next != '|')) return false;
+  finding.range = text.rangeOf(all.substr(at - 1, 2));
+  finding.hint = "a path has periods between its names";
+  finding.edits = {{at - 1, at + 1, "."}};
+  return true;
+}
+
+// Adds a hint for "1.#INF" and the like, as some C libraries print values that are not finite.
+bool hintForPrintedInfinity(HintText& text, std::uint64_t at, Finding& finding) {
+  const std::string_view before = text.text().substr(0, at);
+  const std::size_t begin = before.find_last_not_of("1.-") + 1;
+  const std::size_t end = text.text().find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789",
+                                                        std::min(at + 1, text.text().size()));
+  const std::string_view word = text.text().substr(at, end - at);
+  const std::string_view number = before.substr(begin);
+  const bool isInfinity = word.starts_with("#INF");
+  if (!number.ends_with("1.") || (!isInfinity && !word.starts_with("#IND") &&
+                                  !word.starts_with("#QNAN") && !word.starts_with("#SNAN"))) {
+    return false;
+  }
+  const std::string sign = number.starts_with('-') ? "-" : "";
+  const vsa::TextRange range = text.rangeOf(text.text().substr(begin, end - begin));
+  finding.range = range;
+  replace(finding, range, isInfinity ? sign + "inf" : "nan");
+  return true;
 }
 
 // Returns the offset of the "[" of the list that contains the byte at `offset`. If there is no such
@@ -92,6 +126,8 @@ void hintForWordInList(HintText& text, const vsa::TextRange& range, Finding& fin
     if (const auto decimal = decimalOfHexadecimal(std::string_view(word).substr(2))) {
       replace(finding, range, *decimal);
     }
+  } else if (text.at(at) == '#' && hintForPrintedInfinity(text, at, finding)) {
+    return;
   } else if (word.starts_with('#')) {
     finding.hint = "a list has no comments; move it behind the statement";
   } else if (isInCount(text, at)) {
@@ -120,9 +156,16 @@ void hintForCharacter(HintText& text, const vsa::Diagnostic& diagnostic, Finding
     const bool isBehindDigit =
         before != 0 && zn::char_class::is(text.at(before - 1), zn::char_class::DIGIT);
     const std::uint64_t at = range.begin.offset;
-    const bool isArrow = (source.front() == '<' && text.at(at + 1) == '-') ||
-                         (source.front() == '>' && at > 0 && text.at(at - 1) == '-');
-    if (hintForConflict(text, range, finding)) return;
+    const char next = text.at(at + 1);
+    const char previous = at > 0 ? text.at(at - 1) : '\0';
+    const bool isArrow = (source.front() == '<' && (next == '-' || next == '=')) ||
+                         (source.front() == '>' && (previous == '-' || previous == '='));
+    if (const auto open = openStringBefore(text.text(), at)) {
+      finding.range = text.rangeOf(text.text().substr(*open, 1));
+      hintForUnclosed(text, *finding.range, finding);
+      return;
+    }
+    if (hintForConflict(text, range, finding) || hintForArrowInPath(text, at, finding)) return;
     finding.hint = hintForInvalid(source.front(), isBehindDigit, isArrow);
   } else if (isOpening(source) && text.endBefore(range.begin.offset) == 0) {
     finding.hint = hintForInvalid('<', false, false);

@@ -36,6 +36,8 @@ constexpr KeywordAlias TUPLE_ALIASES[] = {
 constexpr std::string_view TUPLE_KEYWORDS[] = {"vec2", "vec3", "vec4", "pos2", "pos3",
                                                "quat", "mat3", "mat4", "rgba"};
 
+constexpr const char* LIST_FORMS = "a tuple is `vec3(x y z)`, and a buffer `float[2] {x y}`";
+
 template <std::size_t N>
 std::optional<std::string> aliasOf(const KeywordAlias (&aliases)[N], std::string_view word) {
   for (const KeywordAlias& alias : aliases) {
@@ -60,7 +62,15 @@ std::optional<Suggestion> nearestKeyword(std::string_view word, bool isBuffer) {
 // because it is the name of a type in other languages.
 void hintForUnknownKeyword(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string word = loweredName(text.bytesOf(range));
-  const bool isBuffer = text.at(text.beginBehind(range.end.offset)) == '[';
+  const std::uint64_t open = text.beginBehind(range.end.offset);
+  const bool isBuffer = text.at(open) == '[';
+  const std::size_t close = text.text().find(']', open);
+  const bool hasList =
+      close != std::string_view::npos && text.at(text.beginBehind(close + 1)) == '{';
+  if (isBuffer && !hasList && text.declarationOf(text.bytesOf(range))) {
+    finding.hint = "a reference is the name of a node, without an index";
+    return;
+  }
   if (const auto alias = isBuffer ? aliasOf(BUFFER_ALIASES, word) : aliasOf(TUPLE_ALIASES, word)) {
     replace(finding, range, *alias);
   } else if (!suggest(finding, range, nearestKeyword(word, isBuffer))) {
@@ -115,6 +125,14 @@ bool hintForApostrophes(HintText& text, std::uint64_t at, Finding& finding) {
   return true;
 }
 
+// Whether a number is directly before `at` or before the blanks there. The digits of a word such as
+// "vec3" are no number.
+bool isBehindNumber(HintText& text, std::uint64_t at) {
+  const std::string_view before = text.text().substr(0, text.endBefore(at));
+  const std::string_view word = nameBefore(before, before.size());
+  return !word.empty() && isDigit(word.front());
+}
+
 // Returns whether the number before `end` is a single 0. A minus sign does not matter.
 bool isZero(HintText& text, std::uint64_t end) {
   const std::string_view before = text.text().substr(0, end);
@@ -147,12 +165,30 @@ bool hintForDigits(HintText& text, const vsa::TextRange& range, Finding& finding
 
 }  // namespace
 
+// Adds a hint for a buffer without a list, such as "float[2];". Returns false if the diagnostic is
+// about something else.
+bool hintForMissingList(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
+  const std::uint64_t end = text.endBefore(diagnostic.range.begin.offset);
+  const bool isAfterCount =
+      diagnostic.argument("found").starts_with('[') && end > 0 && text.at(end - 1) == ']';
+  if (!isAfterCount) return false;
+  finding.hint = "after the count, a buffer has a list in braces, such as `float[2] {x y}`";
+  const std::string_view between = text.text().substr(end, diagnostic.range.begin.offset - end);
+  if (between.find('\n') != std::string_view::npos) {
+    finding.range = text.rangeOf(text.text().substr(end, 0));
+  }
+  return true;
+}
+
 void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
   const vsa::TextRange& range = diagnostic.range;
   const std::string_view source = text.bytesOf(range);
   const std::uint64_t at = range.begin.offset;
   const char next = text.at(text.beginBehind(range.end.offset));
-  if (source.empty()) {
+  if (hintForMissingList(text, diagnostic, finding)) return;
+  if (diagnostic.argument("found").starts_with("#IN")) {
+    finding.hint = "a value that is not finite is written `-inf` or `-nan`";
+  } else if (source.empty()) {
     finding.hint = "end the statement with `;`";
     insertAt(finding, at, ";");
   } else if (isDecimalComma(text.text(), at)) {
@@ -176,10 +212,19 @@ void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Findin
     hintForPathInSource(text, range, finding);
   } else if (std::string_view("+-*/").find(source.front()) != std::string_view::npos) {
     finding.hint = "a value is a single number; nothing is computed";
+  } else if (source.front() == ':') {
+    finding.hint = "end the statement with `;`";
+    finding.edits = {{at, at + 1, ";"}};
+  } else if (isWordText(source) && text.at(at - 1) == '"') {
+    finding.hint = "a quote inside a string is written `\\\"`";
+  } else if (isDigit(source.front())) {
+    finding.hint = isBehindNumber(text, at)
+                       ? "a value is a single number; several are a list, such as `vec2(1 2)`"
+                       : LIST_FORMS;
   } else if (isWordText(source) && !hintForDigits(text, range, finding)) {
     finding.hint = "a value ends here; a number has no unit, and a text needs quotes";
   } else if (source.front() == '(' || source.front() == '[' || source.front() == '{') {
-    finding.hint = "a tuple is `vec3(x y z)`, and a buffer `float[2] {x y}`";
+    finding.hint = LIST_FORMS;
   }
 }
 

@@ -50,10 +50,64 @@ void hintForWord(HintText& text, const vsa::TextRange& range, Finding& finding) 
   finding.hint = "a declaration has a type and a name, such as `lamp " + word + ";`";
 }
 
-// Adds a hint for "input: value" and for ":=". Without the colon, "=" remains.
+// Adds a hint for "input: value", ":=" and "node::input". Without the colon of ":=", "=" remains.
 void hintForColon(HintText& text, std::uint64_t at, Finding& finding) {
+  if (text.at(at + 1) == ':' && isWordText(text.text().substr(at + 2, 1))) {
+    finding.hint = "a path has periods between its names";
+    finding.edits = {{at, at + 2, "."}};
+    return;
+  }
+  const std::string_view word = nameBefore(text.text(), at);
+  const auto begin = static_cast<std::uint64_t>(word.data() - text.text().data());
+  const std::uint64_t name = text.beginBehind(at + 1);
+  const std::uint64_t end = endOfName(text.text(), name);
+  const char before = begin == 0 ? ';' : text.at(text.endBefore(begin) - 1);
+  if (before != '.' && end > name && text.at(text.beginBehind(end)) == ';') {
+    finding.hint = "a declaration has a type and a name, without a colon between them";
+    finding.edits = {{at, name, " "}};
+    return;
+  }
   finding.hint = "write `=`";
   finding.edits = {{at, at + 1, text.at(at + 1) == '=' ? "" : "="}};
+}
+
+// Adds a hint for a statement such as "set sun.power = 1;": the word before the path is too much.
+bool hintForWordBeforePath(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  const std::string_view all = text.text();
+  const std::uint64_t next = text.beginBehind(endOfPath(all, range.begin.offset));
+  const std::string_view node = nameBefore(all, range.begin.offset);
+  const auto nodeAt = static_cast<std::uint64_t>(node.data() - all.data());
+  const std::string_view word = nameBefore(all, nodeAt);
+  const bool isAssigned = text.at(next) == '=' || text.at(next) == '|';
+  if (!isAssigned || word.empty() || !text.declarationOf(node)) return false;
+  finding.range = text.rangeOf(word);
+  finding.hint = "an assignment begins with its path: remove `" + std::string(word) + '`';
+  finding.edits = {{finding.range->begin.offset, nodeAt, ""}};
+  return true;
+}
+
+// Adds a hint for a quoted name or type. After a word such as "include", it is the name of a file.
+void hintForQuoted(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  const std::string_view source = text.bytesOf(range);
+  const std::string_view content = source.substr(1, source.size() - 2);
+  const std::string word = loweredName(nameBefore(text.text(), range.begin.offset));
+  if (!isWordText(content) && (word == "include" || word == "import")) {
+    finding.hint = "a text does not include other texts";
+    return;
+  }
+  finding.hint = "names and types have no quotes";
+  if (isWordText(content)) replace(finding, range, std::string(content));
+}
+
+// Adds a hint for a declaration without an end. It is a colon if inputs of the node follow.
+void hintForDeclarationEnd(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
+  const std::string first = loweredName(diagnostic.argument("token"));
+  const bool isDirective = first == "remove" || first == "define";
+  const bool isBlock =
+      !isDirective && text.at(text.beginBehind(diagnostic.range.end.offset)) == '.';
+  const char* const end = isBlock ? ":" : ";";
+  finding.hint = "end the statement with `" + std::string(end) + '`';
+  insertAt(finding, diagnostic.range.begin.offset, end);
 }
 
 // Adds a hint for a "/": the beginning of a comment in another format, or of a name in a path.
@@ -62,6 +116,23 @@ void hintForSlash(HintText& text, std::uint64_t at, Finding& finding) {
                         isWordText(text.text().substr(at + 1, 1));
   finding.hint = isInPath ? "a path has periods between its names" : "a comment begins with `#`";
   if (text.at(at + 1) == '/') finding.edits = {{at, at + 2, "#"}};
+}
+
+// Adds a hint for a "=" without an input path before it. "sun power = 1;" lacks a period, and in
+// "lamp sun = {" a block is meant.
+void hintForEquals(HintText& text, std::uint64_t at, Finding& finding) {
+  const std::string_view all = text.text();
+  const std::string_view input = nameBefore(all, at);
+  const auto inputAt = static_cast<std::uint64_t>(input.data() - all.data());
+  const std::string_view node = nameBefore(all, inputAt);
+  finding.hint = "an input path stands before `=`, such as `node.input`";
+  if (text.at(text.beginBehind(at + 1)) == '{' && !node.empty()) {
+    finding.hint = "there are no blocks: end the declaration with `:`, and begin inputs with `.`";
+  } else if (!input.empty() && text.declarationOf(node)) {
+    finding.hint = "a path has periods between its names";
+    const auto nodeEnd = static_cast<std::uint64_t>(node.data() - all.data()) + node.size();
+    finding.edits = {{nodeEnd, inputAt, "."}};
+  }
 }
 
 void hintForPunctuation(HintText& text, const vsa::TextRange& range, Finding& finding) {
@@ -86,9 +157,9 @@ void hintForPunctuation(HintText& text, const vsa::TextRange& range, Finding& fi
       finding.edits = {{at, at + 1, ""}};
       return;
     case '=':
-      finding.hint = "an input path stands before `=`, such as `node.input`";
-      return;
+      return hintForEquals(text, at, finding);
     default:
+      finding.hint = "a statement begins with a type or an input path";
       return;
   }
 }
@@ -121,18 +192,18 @@ void hintForUnrecognized(HintText& text, const vsa::Diagnostic& diagnostic, Find
   const std::string_view source = text.bytesOf(range);
   if (source.empty()) {
     const bool isAtEnd = text.beginBehind(range.end.offset) == text.text().size();
-    finding.hint = isAtEnd ? "the text ends inside a statement; it may have been cut off"
-                           : "end the statement with `;`";
-    if (!isAtEnd) insertAt(finding, range.begin.offset, ";");
+    if (!isAtEnd) return hintForDeclarationEnd(text, diagnostic, finding);
+    finding.hint = "the text ends inside a statement; it may have been cut off";
     return;
   }
   const std::uint64_t before = text.endBefore(range.begin.offset);
   const bool isBehindPath = before != 0 && isWordText(text.text().substr(before - 1, 1));
   const bool isValue = isDigit(source.front()) || source.front() == '-';
   if (source.front() == '"' || source.front() == '\'') {
-    const std::string_view content = source.substr(1, source.size() - 2);
-    finding.hint = "names and types have no quotes";
-    if (isWordText(content)) replace(finding, range, std::string(content));
+    hintForQuoted(text, range, finding);
+  } else if (source.starts_with("--")) {
+    finding.hint = "a comment begins with `#`";
+    finding.edits = {{range.begin.offset, range.begin.offset + 2, "#"}};
   } else if (isWordText(source)) {
     if (isConstant(source)) {
       finding.hint = "`true`, `false` and `null` are no names, in any letter case";
@@ -143,7 +214,10 @@ void hintForUnrecognized(HintText& text, const vsa::Diagnostic& diagnostic, Find
     finding.hint = "a name has letters, digits and `_` only";
   } else if (isDigit(source.front()) && isBehindPath) {
     finding.hint = "a name does not begin with a digit, and a value stands behind `=`";
-  } else {
+  } else if (isDigit(source.front()) || (isValue && source.size() > 1) ||
+             std::string_view("({[").find(source.front()) != std::string_view::npos) {
+    finding.hint = "a statement begins with a type or an input path, not with a value";
+  } else if (source.front() != '.' || !hintForWordBeforePath(text, range, finding)) {
     hintForPunctuation(text, range, finding);
   }
 }

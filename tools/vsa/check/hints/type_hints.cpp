@@ -59,6 +59,18 @@ std::optional<std::string> asBuffer(std::string_view brackets, const FirstAssign
   return std::string(first.substr(0, keyword)) + '[' + std::to_string(count) + "] " + list;
 }
 
+// Returns the constant that a string in the place of a Bool means.
+std::optional<std::string> constantFor(std::string_view string) {
+  const std::string word = loweredName(string);
+  for (const char* const yes : {"\"true\"", "\"yes\"", "\"on\""}) {
+    if (word == yes) return "true";
+  }
+  for (const char* const no : {"\"false\"", "\"no\"", "\"off\""}) {
+    if (word == no) return "false";
+  }
+  return std::nullopt;
+}
+
 std::string_view unquoted(std::string_view value) {
   return value.size() > 2 && value.front() == '"' ? value.substr(1, value.size() - 2) : "";
 }
@@ -88,6 +100,10 @@ void hintForWrongType(HintText& text, const vsa::Diagnostic& diagnostic,
     if (const auto buffer = asBuffer(value, *first)) {
       replace(finding, diagnostic.range, *buffer);
     }
+  } else if (expects(diagnostic, "Bool") && constantFor(value)) {
+    replace(finding, diagnostic.range, *constantFor(value));
+  } else if (first != nullptr && !first->isConnection) {
+    finding.hint = "write the value in the type of the input";
   }
 }
 

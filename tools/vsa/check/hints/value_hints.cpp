@@ -68,6 +68,7 @@ void hintForLeadingPeriod(HintText& text, std::uint64_t at, Finding& finding) {
                        !isDigit(text.at(end)) && !isWordText(text.text().substr(end, 1));
   if (!isWhole) return;
   finding.hint += ": write `" + real.substr(0, size) + '`';
+  finding.range = text.rangeOf(text.text().substr(at, size - 1));
   insertAt(finding, at, "0");
 }
 
@@ -132,10 +133,21 @@ void hintForTuple(HintText& text, const vsa::TextRange& range, Finding& finding)
   finding.hint = "a " + keyword + " takes " + std::to_string(form->components) +
                  " numbers, and this list has " + std::to_string(count);
   if (keyword == "rgba") finding.hint = "an rgba takes 3 or 4 numbers";
-  const std::string other = keyword.substr(0, 3) + std::to_string(count);
-  const bool exists = std::any_of(std::begin(TUPLES), std::end(TUPLES),
-                                  [&](const TupleForm& one) { return one.keyword == other; });
-  if (exists) finding.hint += "; for them write `" + other + '`';
+  const auto* const other =
+      std::find_if(std::begin(TUPLES), std::end(TUPLES), [&](const TupleForm& one) {
+        return one.keyword.starts_with(keyword.substr(0, 3)) && one.components == count;
+      });
+  if (other != std::end(TUPLES)) {
+    finding.hint += "; for them write `" + std::string(other->keyword) + '`';
+  }
+}
+
+// Adds a hint for "=|".
+void hintForSwappedPipe(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  const std::uint64_t equals = text.endBefore(range.begin.offset);
+  finding.hint = "a connection is written with `|=`";
+  if (equals == 0 || text.at(equals - 1) != '=') return;
+  finding.edits = {{equals - 1, range.end.offset, "|="}};
 }
 
 }  // namespace
@@ -168,6 +180,8 @@ void hintForValue(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fi
       finding.hint = "a number has no plus sign";
       if (isDigit(text.at(at + 1))) finding.edits = {{at, at + 1, ""}};
       return;
+    case '|':
+      return hintForSwappedPipe(text, range, finding);
     case '(':
       return hintForTuple(text, range, finding);
     default:

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <vsa/foundation/char_class.h>
+
 namespace vsa_tools {
 
 namespace {
@@ -27,13 +29,16 @@ std::size_t endOfLine(Text text, std::size_t at) {
   return std::min(text.find('\n', at), text.size());
 }
 
-/// Returns the offset after the string that begins at `at`, or the size of the text if it is not
-/// closed.
-std::size_t endOfString(Text text, std::size_t at) {
-  for (++at; at < text.size() && text[at] != '"'; ++at) {
-    if (text[at] == '\\') ++at;
+/// Returns the offset of the last quote before `end` that no backslash escapes, or npos if there is
+/// none.
+std::size_t openingQuote(Text text, std::size_t end) {
+  for (std::size_t at = text.substr(0, end).rfind('"'); at != Text::npos;
+       at = text.substr(0, at).rfind('"')) {
+    const std::size_t other = text.substr(0, at).find_last_not_of('\\');
+    const std::size_t backslashes = at - (other == Text::npos ? 0 : other + 1);
+    if (backslashes % 2 == 0) return at;
   }
-  return std::min(at + 1, text.size());
+  return Text::npos;
 }
 
 /// Returns the offset after the list that begins at `at`. If a `;` or the end of the text comes
@@ -63,20 +68,6 @@ std::size_t endOfToken(Text text, std::size_t at) {
   }
 }
 
-/// Returns the offset after the path that begins at `at`: names, periods and indices.
-std::size_t endOfPath(Text text, std::size_t at) {
-  while (at < text.size()) {
-    if (text[at] == '[') {
-      at = endOfList(text, at);
-    } else if (text[at] == '.' || isNamePart(text[at])) {
-      ++at;
-    } else {
-      break;
-    }
-  }
-  return at;
-}
-
 }  // namespace
 
 std::size_t skipBlanks(Text text, std::size_t at) {
@@ -87,6 +78,26 @@ std::size_t skipBlanks(Text text, std::size_t at) {
 std::size_t endOfName(Text text, std::size_t at) {
   if (at >= text.size() || !isNameStart(text[at])) return at;
   while (at < text.size() && isNamePart(text[at])) ++at;
+  return at;
+}
+
+std::size_t endOfString(Text text, std::size_t at) {
+  for (++at; at < text.size() && text[at] != '"'; ++at) {
+    if (text[at] == '\\') ++at;
+  }
+  return std::min(at + 1, text.size());
+}
+
+std::size_t endOfPath(Text text, std::size_t at) {
+  while (at < text.size()) {
+    if (text[at] == '[') {
+      at = endOfList(text, at);
+    } else if (text[at] == '.' || isNamePart(text[at])) {
+      ++at;
+    } else {
+      break;
+    }
+  }
   return at;
 }
 
@@ -131,6 +142,36 @@ bool looksLikeStatement(Text text, std::size_t at) {
   const std::size_t end = skipBlanks(text, afterName);
   const bool isPair = afterName > next && endOfName(text, at) == afterPath && next > afterPath;
   return isPair && end < text.size() && (text[end] == ':' || text[end] == ';');
+}
+
+std::optional<std::size_t> openStringBefore(Text text, std::size_t offset) {
+  const std::size_t end = text.substr(0, offset).find_last_of("\";:\n");
+  if (end == Text::npos || text[end] != '"') return std::nullopt;
+  const std::size_t open = openingQuote(text, end);
+  if (open == Text::npos) return std::nullopt;
+  std::size_t line = endOfLine(text, open) + 1;
+  while (line < end && !looksLikeStatement(text, line)) line = endOfLine(text, line) + 1;
+  return line < end ? std::optional(open) : std::nullopt;
+}
+
+std::vector<std::size_t> semicolonsInList(Text text, std::size_t open) {
+  std::vector<std::size_t> found;
+  if (open >= text.size() || (text[open] != '(' && text[open] != '{')) return found;
+  int depth = 0;
+  for (std::size_t at = open; at < text.size(); ++at) {
+    const char c = text[at];
+    const bool isOpening = c == '(' || c == '[' || c == '{';
+    const bool isClosing = c == ')' || c == ']' || c == '}';
+    if (isOpening) ++depth;
+    if (isClosing && --depth == 0) return found;
+    if (c == ';') {
+      found.push_back(at);
+    } else if (!isOpening && !isClosing && !isBlank(c) && c != ',' &&
+               !zn::char_class::is(c, zn::char_class::NUMBER)) {
+      break;
+    }
+  }
+  return {};
 }
 
 std::size_t resumePoint(Text text, const Statement& statement) {

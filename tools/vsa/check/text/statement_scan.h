@@ -3,7 +3,9 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
+#include <vector>
 
 namespace vsa_tools {
 
@@ -37,8 +39,24 @@ bool looksLikeStatement(std::string_view text, std::size_t at);
 /// may be inside `statement` because a string or list is not closed.
 std::size_t resumePoint(std::string_view text, const Statement& statement);
 
+/// Returns the offset of the opening quote of the string before `offset` if that string was
+/// probably not closed: it begins in an earlier line, one of its lines looks like a statement, and
+/// its end is in the statement that contains `offset`. The byte at `offset` must not be in a
+/// string.
+std::optional<std::size_t> openStringBefore(std::string_view text, std::size_t offset);
+
+/// Returns the offsets of the semicolons in the list in parentheses or braces that begins at
+/// `open`, such as "(1 0; 0 1)". Returns nothing if anything but numbers and separators is between
+/// a semicolon and the end of the list: the list is then not closed before the semicolon.
+std::vector<std::size_t> semicolonsInList(std::string_view text, std::size_t open);
+
 /// Returns the offset after the name that begins at `at`, or `at` if no name begins there.
 std::size_t endOfName(std::string_view text, std::size_t at);
+/// Returns the offset after the string that begins at `at`, or the size of the text if it is not
+/// closed.
+std::size_t endOfString(std::string_view text, std::size_t at);
+/// Returns the offset after the path that begins at `at`: names, periods and indices.
+std::size_t endOfPath(std::string_view text, std::size_t at);
 /// Returns the name before `end`, or an empty text if there is none. There may be white space
 /// between the name and `end`. The result may begin with a digit.
 std::string_view nameBefore(std::string_view text, std::size_t end);
