@@ -190,6 +190,19 @@ TEST_F(ReadOnTest, OneMistakeWithSeveralWrongTokensIsReportedOnce) {
       {"lamp a: .x: 3;\n.y = 1;\n", {"1 [unrecognized-token]"}},
       {"lamp a: .x := 3;\n.y = 1;\n", {"1 [unrecognized-token]"}},
       {"lamp a {\n  .x = 1;\n  .y = 2;\n}\nlamp b;\n", {"1 [invalid-list-token]"}},
+      {"$lamp;\nlamp b;\n", {"1 [invalid-token]"}},
+      {"lamp a: .x = 1;\n);\n~~~\nlamp b;\n", {"2 [invalid-token]", "3 [invalid-token]"}},
+      {"<lamp name=\"a\"/>\nlamp b;\n", {"1 [invalid-token]"}},
+      {"lamp a;;;\nlamp b;\n", {"1 [unrecognized-token]"}},
+      {"lamp a;\na::x = 1;\n", {"2 [unrecognized-token]"}},
+      {"lamp: a;\na.x = 1;\n", {"1 [unrecognized-token]"}},
+      {"::: lamp a;\na.x[] = 1;\n",
+       {"1 [unrecognized-token]", "1 [unrecognized-token]", "1 [unrecognized-token]",
+        "2 [invalid-array-index]"}},
+      {"lamp a:\n.m = mat3(1 0 0; 0 1 0; 0 0 1);\n.y = 50%;\n",
+       {"2 [invalid-list-token]", "3 [invalid-token]"}},
+      {"lamp {\n  .x = 1;\n}\nlamp b;\n", {"1 [invalid-list-token]"}},
+      {"lamp a = {\n  .x = 1;\n};\na.y = 2;\n", {"1 [unrecognized-token]"}},
       {"lamp a:\n<<<<<<< HEAD\n.x = 1;\n=======\n.x = 2;\n>>>>>>> b\n.y = 1;\n",
        {"2 [invalid-token]", "4 [unrecognized-token]", "6 [invalid-token]"}},
   };
@@ -214,12 +227,69 @@ TEST_F(ReadOnTest, FindingsOfRulesThatFollowFromADiagnosticAreLeftOut) {
       "lamp a: .x = 1; lamp b; .x = 2;\n",
       "lamp a: .x = float[1] {.7801000010010000000000};\n",
       "lamp a: remove a; .x = 1; .y = 2;\n",
+      // The statements after a wrong one are found, and belong to the node that is set.
+      "t a: .x = 1; .y = vec3(1 2\nt b:\n.x = 2;\n",
+      "t a: .x = 1; .y = \"open;\nt b:\n.x = \"c\"; .z = 3;\n",
+      "t a: .x = 1;\nt b\n.x = 2;\n",
+      "t a: .x = 1;\nt 3b: .x = 2;\n",
+      "t a: .k[0] = 1; .k[1] = 50%; .k[2] = 2;\n",
   };
   for (const char* text : texts) {
     write("a.vsa", text);
     const std::string out = vsa("check -q --no-config --format line a.vsa").out;
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 1) << text << out;
   }
+}
+
+// The rules find the statements after an open string, and the places of their findings, although
+// another quote closes the string in a later line.
+TEST_F(ReadOnTest, RulesInspectTheStatementsAfterAWrongOne) {
+  write("a.vsa",
+        "t a: .s = \"open;\nt b: .s = \"50\\%\";\n.v = vec2(1 2 3);\n.c |= b.out;\n"
+        "b.u = \"\\q\" 50%;\nc.u = \"\\q\";\n");
+  const std::string out = vsa("check -q --no-config --format line a.vsa").out;
+  EXPECT_EQ(
+      (std::vector<std::string>{"1 [invalid-token]", "2 [unknown-escape]", "3 [dropped-components]",
+                                "4 [self-connection]", "5 [invalid-token]", "6 [node-not-found]",
+                                "6 [unknown-escape]"}),
+      linesAndIds(out))
+      << out;
+}
+
+// A large text is checked by a second thread, which does not know yet where the statements are
+// wrong.
+TEST_F(ReadOnTest, RulesThatRunWhileTheTextIsReadGiveTheSameFindings) {
+  const std::string text = "t a: .x = 1; .y = vec3(1 2\nt b:\n.x = 2;\n.k[1] = \"\\q\";\n";
+  const auto idsFor = [&](std::size_t minConcurrentBytes) {
+    vsa_tools::CheckedText checked(vsa_tools::CheckedText::InMemory{text});
+    const vsa_tools::ReadArguments reading;
+    const vsa_tools::RuleSet rules([](const vsa_tools::Rule& rule) { return rule.isDefault; });
+    const vsa_tools::FileCheckOptions options{.reading = reading,
+                                              .minConcurrentBytes = minConcurrentBytes};
+    std::vector<std::string> ids;
+    const vsa_tools::FileCheck::Consumer consumer = [&](vsa_tools::Finding&& finding) {
+      ids.emplace_back(finding.id);
+      return true;
+    };
+    vsa_tools::FileCheck(checked, options, rules, consumer).run();
+    return ids;
+  };
+  EXPECT_EQ((std::vector<std::string>{"invalid-list-token", "unknown-escape", "array-gap"}),
+            idsFor(1));
+  EXPECT_EQ(idsFor(1), idsFor(text.size() + 1));
+}
+
+TEST_F(ReadOnTest, AnInputInAWrongStatementIsNotReportedAsMissing) {
+  write("types.json",
+        R"({"types": {"lamp": {"inputs": {"power": {"type": "Real", "required": true}}}}})");
+  const auto idsFor = [&](const std::string& text) {
+    write("a.vsa", text);
+    return linesAndIds(vsa("check -q --format line --types types.json a.vsa").out);
+  };
+  EXPECT_EQ((std::vector<std::string>{"1 [invalid-token]"}), idsFor("lamp a: .power = 50%;\n"));
+  EXPECT_EQ(
+      (std::vector<std::string>{"1 [missing-input]", "2 [invalid-token]", "2 [unknown-input]"}),
+      idsFor("lamp a: \n.mass = 50%;\n"));
 }
 
 // No memory can hold a buffer with this number of elements. The finding is the same whether this is

@@ -104,11 +104,18 @@ void FileCheck::readOnAfter(const vsa::Diagnostic& stop) {
   std::sort(seen_.begin(), seen_.end());
   // readOn() may read the text several times. Each time, it may report a diagnostic again.
   std::set<std::uint64_t> reported;
-  const vsa::ReadResult result =
+  const ReadOnResult result =
       readOn(text_.text(), stop, readOptions(), [&](const vsa::Diagnostic& found) {
         if (reported.insert(keyOf(found)).second) consumeNew(found);
       });
-  applyRules(result.scene, result);
+  // Rules that are already running inspect the text with its wrong statements, so they run again.
+  textRules_.reset();
+  applyRules({.text = text_.text(),
+              .scene = result.scene,
+              .outcome = result,
+              .types = options_.types,
+              .statements = result.statements,
+              .lostInputs = &result.lostInputs});
 }
 
 void FileCheck::consumeNew(const vsa::Diagnostic& diagnostic) {
@@ -120,15 +127,21 @@ void FileCheck::consumeNew(const vsa::Diagnostic& diagnostic) {
 }
 
 void FileCheck::applyRules(const vsa::Scene& scene, const vsa::ReadOutcome& outcome) {
+  applyRules({.text = text_.isKept() ? text_.text() : std::string_view(),
+              .isTextKept = text_.isKept(),
+              .scene = scene,
+              .outcome = outcome,
+              .types = options_.types});
+}
+
+void FileCheck::applyRules(const RuleInput& input) {
   if (options_.isReaderOnly) return;
   followUps_.finish();
   const FindingConsumer deliver = [this](Finding&& finding) {
     if (!followUps_.contains(finding, text_.text())) consume(std::move(finding));
   };
-  const RuleInput input{text_.isKept() ? text_.text() : std::string_view(), text_.isKept(), scene,
-                        outcome, options_.types};
   if (textRules_ != nullptr) {
-    textRules_->deliver(scene, deliver);
+    textRules_->deliver(input.scene, deliver);
     runSceneRules(input, rules_, deliver);
   } else {
     runRules(input, rules_, deliver);

@@ -65,6 +65,7 @@ class FileCheck {
   void startTextRules();
   void readOnAfter(const vsa::Diagnostic& stop);
   void applyRules(const vsa::Scene& scene, const vsa::ReadOutcome& outcome);
+  void applyRules(const RuleInput& input);
   vsa::ReadOptions readOptions() const;
   Finding findingOf(const vsa::Diagnostic& diagnostic);
   void consume(Finding&& finding);

@@ -99,17 +99,21 @@ class FurtherReading {
  public:
   FurtherReading(std::string_view text, const vsa::ReadOptions& options,
                  const DiagnosticConsumer& consumer)
-      : lines_(text), repair_(text), options_(options), consumer_(consumer) {}
+      : text_(text), lines_(text), repair_(text), options_(options), consumer_(consumer) {}
 
-  vsa::ReadResult run(const Diagnostic& stop) {
+  ReadOnResult run(const Diagnostic& stop) {
     isNodeMissing_ = stop.id == DiagnosticId::WithNodeNotSet;
     addSuspect(stop);
     repair_.replace(stop, stop.range.begin.offset, 0);
     for (int count = 1;; ++count) {
       readParts();
-      vsa::ReadResult whole = readWhole();
+      ReadOnResult whole{readWhole()};
       if (failure_) std::rethrow_exception(failure_);
-      if (!fatal_ || count == MAX_WHOLE_READINGS) return whole;
+      if (!fatal_ || count == MAX_WHOLE_READINGS) {
+        whole.statements = repair_.takeStatements(text_);
+        whole.lostInputs = repair_.lostInputs();
+        return whole;
+      }
       handleFatal(0);
     }
   }
@@ -200,6 +204,7 @@ class FurtherReading {
     if (const std::string_view name = missingNode(found); !name.empty()) repair_.addSuspect(name);
   }
 
+  std::string_view text_;
   LineIndex lines_;
   Repair repair_;
   const vsa::ReadOptions& options_;
@@ -215,8 +220,8 @@ class FurtherReading {
 
 }  // namespace
 
-vsa::ReadResult readOn(std::string_view text, const Diagnostic& stop,
-                       const vsa::ReadOptions& options, const DiagnosticConsumer& consumer) {
+ReadOnResult readOn(std::string_view text, const Diagnostic& stop, const vsa::ReadOptions& options,
+                    const DiagnosticConsumer& consumer) {
   return FurtherReading(text, options, consumer).run(stop);
 }
 

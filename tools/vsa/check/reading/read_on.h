@@ -8,6 +8,8 @@
 #pragma once
 
 #include <functional>
+#include <set>
+#include <string>
 #include <string_view>
 
 #include <vsa/read.h>
@@ -19,13 +21,20 @@ namespace vsa_tools {
 /// the reading, and readOn() throws it.
 using DiagnosticConsumer = std::function<void(const vsa::Diagnostic&)>;
 
+/// What readOn() returns: the result of reading the repaired text, and what the rules need in
+/// addition.
+struct ReadOnResult : vsa::ReadResult {
+  std::string statements = {};  ///< The text for the rules, see Repair::takeStatements().
+  std::set<std::string, std::less<>> lostInputs = {};  ///< See Repair::lostInputs().
+};
+
 /// Reads on in `text` after `stop`, the diagnostic that ended its reading. The limits and the
 /// progress function are those of `options`. Returns the result of reading the repaired text.
 /// `consumer` receives the diagnostics after `stop`, except those that only follow from an earlier
 /// mistake. The repaired text is read from its beginning, so `consumer` also receives the
 /// diagnostics before `stop`, but not `stop` itself. The repaired text may be read several times,
 /// so `consumer` may receive a diagnostic several times.
-vsa::ReadResult readOn(std::string_view text, const vsa::Diagnostic& stop,
-                       const vsa::ReadOptions& options, const DiagnosticConsumer& consumer);
+ReadOnResult readOn(std::string_view text, const vsa::Diagnostic& stop,
+                    const vsa::ReadOptions& options, const DiagnosticConsumer& consumer);
 
 }  // namespace vsa_tools

@@ -1,7 +1,9 @@
 #include "tools/vsa/check/reading/repair.h"
 
 #include <algorithm>
+#include <utility>
 
+#include <vsa/outline.h>
 #include <vsa/read.h>
 
 namespace vsa_tools {
@@ -15,15 +17,25 @@ bool isOfPath(std::string_view text, std::size_t begin) {
   return end < text.size() && (text[end] == '.' || text[end] == '[');
 }
 
+/// Returns whether the colon at the end of `region` is inside what was meant as one statement, such
+/// as ".power: 2.5;", "sun::power = 2.5;" and "lamp: sun;".
+bool isInsideStatement(std::string_view text, const Statement& region) {
+  if (isOfPath(text, region.begin)) return true;
+  const std::size_t end = endOfName(text, region.begin);
+  if (end == region.begin || skipBlanks(text, end) + 1 != region.end) return false;
+  const std::string_view rest = text.substr(region.end, skipBlanks(text, region.end) - region.end);
+  return rest.find('\n') == std::string_view::npos;
+}
+
 /// The statement that contains the byte at `offset`, up to the place where reading continues.
 Statement regionAt(std::string_view text, std::size_t offset, std::size_t scanFrom) {
   Statement region = nextStatement(text, scanFrom);
   while (region.end <= offset && region.end < text.size()) {
     region = nextStatement(text, region.end);
   }
-  // The colon of ".power: 2.5;" ends no statement.
-  if (region.terminator == ':' && isOfPath(text, region.begin)) {
-    const Statement rest = nextStatement(text, region.end);
+  if (region.terminator == ':' && isInsideStatement(text, region)) {
+    const std::size_t behind = std::min(text.find_first_not_of(':', region.end), text.size());
+    const Statement rest = nextStatement(text, behind);
     region.end = rest.end;
     region.terminator = rest.terminator;
   }
@@ -44,6 +56,16 @@ bool isGrammatical(const std::string& statement) {
     return found.endedReading &&
            (found.id == DiagnosticId::NodeNotFound || found.id == DiagnosticId::InputNotFound);
   });
+}
+
+/// Returns whether `statement` is one statement with correct grammar. In contrast to
+/// isGrammatical(), the number of components of a tuple and the like do not matter.
+bool hasCorrectGrammar(std::string_view statement) {
+  vsa::OutlineReader reader(statement);
+  vsa::StatementOutline outline;
+  if (!reader.next(outline) || outline.kind == vsa::StatementKind::Malformed) return false;
+  vsa::StatementOutline next;
+  return !reader.next(next);
 }
 
 bool equalsKeyword(std::string_view text, std::string_view word) {
@@ -86,16 +108,25 @@ bool Repair::replace(const vsa::Diagnostic& fatal, std::size_t offset, std::size
   const bool isFirst = step == 0;
   if (isEndOfBlock(fatal, offset)) {
     byteAt(offset) = ' ';
+    const std::size_t next = skipBlanks(text(), offset);
+    if (next < text().size() && text()[next] == ';') byteAt(next) = ' ';
     return false;
   }
-  if (step == 0 && (repairConflict(offset) || repairBlock(fatal, offset) ||
-                    repairCharacter(fatal, offset) || repairEnd(fatal, region))) {
+  const bool isOpenString = openStringBefore(text(), offset).has_value();
+  if (step == 0 && !isOpenString &&
+      (repairConflict(offset) || repairBlock(fatal, region, offset) ||
+       repairCharacter(fatal, offset) || repairSemicolons(fatal, offset) ||
+       repairEnd(fatal, region))) {
     step = 1;
     return true;
   }
   if (step < 2) {
+    // Several semicolons without a statement before them are one mistake.
+    const std::string_view rest = text().substr(region.begin);
+    if (rest.starts_with(";;")) steps_.try_emplace(region.begin + 1, 1);
     addSuspects(region);
     keepDeclaration(region);
+    replaced_.push_back(region);
     step = 2;
   } else {
     blank(region.begin, region.end);
@@ -110,17 +141,36 @@ bool Repair::repairConflict(std::size_t offset) {
   return true;
 }
 
-// Reads "TYPE NAME {" as "TYPE NAME :". The statements in the block are then read as well.
-bool Repair::repairBlock(const vsa::Diagnostic& fatal, std::size_t offset) {
-  const bool isBrace =
-      fatal.id == DiagnosticId::InvalidListToken && offset < text().size() && text()[offset] == '{';
-  if (!isBrace) return false;
+// Reads "TYPE NAME {" and "TYPE NAME = {" as "TYPE NAME :". A node without a type or without a name
+// is declared for "TYPE {". The statements in the block are then read as well.
+bool Repair::repairBlock(const vsa::Diagnostic& fatal, const Statement& region,
+                         std::size_t offset) {
+  const std::size_t open = blockAt(fatal, offset);
+  if (open >= text().size()) return false;
   const std::string_view name = nameBefore(text(), offset);
   const auto nameBegin = static_cast<std::size_t>(name.data() - text().data());
-  if (name.empty() || nameBefore(text(), nameBegin).empty()) return false;
-  byteAt(offset) = ':';
+  if (name.empty()) return false;
+  const bool hasType = !nameBefore(text(), nameBegin).empty();
+  if (!hasType && nameBegin != region.begin) return false;
+  blank(offset, open + 1);
+  if (hasType) {
+    byteAt(offset) = ':';
+  } else if (!declareUnknown({.begin = nameBegin, .end = offset + 1})) {
+    return false;
+  }
   ++openBlocks_;
   return true;
+}
+
+// Returns the offset of the "{" of a block, or npos if the diagnostic is about something else.
+std::size_t Repair::blockAt(const vsa::Diagnostic& fatal, std::size_t offset) const {
+  if (offset >= text().size()) return std::string_view::npos;
+  const bool isBrace = fatal.id == DiagnosticId::InvalidListToken && text()[offset] == '{';
+  if (isBrace) return offset;
+  const bool isEquals = fatal.id == DiagnosticId::UnrecognizedToken && text()[offset] == '=';
+  const std::size_t next = skipBlanks(text(), offset + 1);
+  const bool isBlock = isEquals && next < text().size() && text()[next] == '{';
+  return isBlock ? next : std::string_view::npos;
 }
 
 bool Repair::isEndOfBlock(const vsa::Diagnostic& fatal, std::size_t offset) {
@@ -136,7 +186,30 @@ bool Repair::repairCharacter(const vsa::Diagnostic& fatal, std::size_t offset) {
   const std::uint64_t length = fatal.range.end.offset - fatal.range.begin.offset;
   if (length != 1 || offset >= text().size()) return false;
   byteAt(offset) = ' ';
+  // What directly follows the character belongs to the same mistake, as in "$name;".
+  const bool isJoined = offset + 1 < text().size() && skipBlanks(text(), offset + 1) == offset + 1;
+  if (isJoined) steps_.try_emplace(offset + 1, 1);
   return true;
+}
+
+// Replaces the semicolons in a list such as "{1 0; 0 1}" by commas.
+bool Repair::repairSemicolons(const vsa::Diagnostic& fatal, std::size_t offset) {
+  if (fatal.id != DiagnosticId::InvalidListToken) return false;
+  const std::vector<std::size_t> semicolons = semicolonsInList(text(), offset);
+  for (const std::size_t at : semicolons) byteAt(at) = ',';
+  return !semicolons.empty();
+}
+
+// Returns whether `statement`, which ends before `end` and has no terminator, is a declaration that
+// inputs of its node follow.
+bool Repair::isBlock(const std::string& statement, std::size_t end) const {
+  const std::size_t next = skipBlanks(text(), end);
+  const std::size_t typeEnd = endOfName(statement, 0);
+  const std::string_view type = std::string_view(statement).substr(0, typeEnd);
+  const std::size_t name = skipBlanks(statement, typeEnd);
+  const bool isDeclaration = name > typeEnd && endOfName(statement, name) == statement.size();
+  return next < text().size() && text()[next] == '.' && isDeclaration &&
+         !equalsKeyword(type, "remove") && !equalsKeyword(type, "define");
 }
 
 bool Repair::repairEnd(const vsa::Diagnostic& fatal, const Statement& region) {
@@ -150,7 +223,7 @@ bool Repair::repairEnd(const vsa::Diagnostic& fatal, const Statement& region) {
   }
   const std::size_t end = region.begin + statement.size();
   if (end == region.end || !isGrammatical(statement + ';')) return false;
-  byteAt(end) = ';';
+  byteAt(end) = isBlock(statement, region.end) ? ':' : ';';
   return true;
 }
 
@@ -173,9 +246,51 @@ void Repair::keepDeclaration(const Statement& region) {
     return;
   }
   blank(region.begin, region.end);
-  constexpr std::string_view UNKNOWN = "_ _:";
-  if (region.terminator == ':' && region.end - region.begin >= UNKNOWN.size()) {
-    padded_.replace(PADDING + region.begin, UNKNOWN.size(), UNKNOWN);
+  if (region.terminator == ':') declareUnknown(region);
+}
+
+// Replaces the statement by the declaration of a node with inputs. Returns false if it is too
+// short. Each such node has a name of its own, because the rules must not take two of them for one.
+bool Repair::declareUnknown(const Statement& region) {
+  const std::size_t size = region.end - region.begin;
+  const std::string unknown = '_' + std::to_string(++unknownNodes_);
+  std::string declaration = unknown + ' ' + unknown + ':';
+  if (declaration.size() > size) declaration = "_ _:";
+  if (declaration.size() > size) return false;
+  padded_.replace(PADDING + region.begin, declaration.size(), declaration);
+  return true;
+}
+
+std::string Repair::takeStatements(std::string_view original) {
+  for (const Statement& region : replaced_) {
+    const std::string_view statement = original.substr(region.begin, region.end - region.begin);
+    if (hasCorrectGrammar(statement)) {
+      padded_.replace(PADDING + region.begin, statement.size(), statement);
+    } else {
+      addLostInputs(statement);
+      keepPath(region, original);
+    }
+  }
+  padded_.erase(0, PADDING);
+  return std::move(padded_);
+}
+
+void Repair::keepPath(const Statement& region, std::string_view original) {
+  constexpr std::string_view NULL_VALUE = "=null;";
+  const std::size_t equals = skipBlanks(original, endOfPath(original, region.begin));
+  const bool isAssignment = equals < region.end && original[equals] == '=';
+  if (!isAssignment || region.end - equals < NULL_VALUE.size()) return;
+  const std::string kept =
+      std::string(original.substr(region.begin, equals - region.begin)) + std::string(NULL_VALUE);
+  if (hasCorrectGrammar(kept)) padded_.replace(PADDING + region.begin, kept.size(), kept);
+}
+
+void Repair::addLostInputs(std::string_view statement) {
+  for (std::size_t at = statement.find('.'); at < statement.size();) {
+    const std::size_t begin = skipBlanks(statement, at + 1);
+    const std::size_t end = endOfName(statement, begin);
+    if (end > begin) lostInputs_.emplace(statement.substr(begin, end - begin));
+    at = statement.find('.', at + 1);
   }
 }
 
@@ -197,7 +312,7 @@ void Repair::addSuspects(const Statement& region) {
       isAfterName = true;
       at = end;
     } else {
-      isAfterName = isAfterName && skipBlanks(all, at) > at;
+      isAfterName = isAfterName && (skipBlanks(all, at) > at || all[at] == ':');
       ++at;
     }
   }

@@ -4,7 +4,8 @@
 // change: a `;` may replace a line end.) A wrong statement is replaced in steps. Each further step
 // is taken if the reader reports the statement again. The statement becomes:
 //   1. its smallest repair, if it has one: a missing `;` is written, a character that begins no
-//      token is blanked, and so is a line that a merge left; the `{` of a block becomes a `:`
+//      token is blanked, and so is a line that a merge left; the `{` of a block becomes a `:`, and
+//      a `;` inside a list becomes a `,`
 //   2. what it would have declared: `lamp a = 3;` becomes `lamp a    ;`
 //   3. blanks
 #pragma once
@@ -34,6 +35,15 @@ class Repair {
   std::string_view textFrom(std::size_t from, std::string_view with);
   void restore();
 
+  /// Moves the text for the rules out of this object, which must not be used afterwards. It is the
+  /// repaired text, with two changes. A replaced statement with correct grammar, which the reader
+  /// rejected for another reason, is as in `original`, the text before the repairs. Of a replaced
+  /// assignment with wrong grammar, the path remains: `a.x = 50%;` becomes `a.x=null;`.
+  std::string takeStatements(std::string_view original);
+  /// The names after periods in replaced statements with wrong grammar. Such a name may be that of
+  /// an input that the scene lacks only because of the mistake. Complete after takeStatements().
+  const std::set<std::string, std::less<>>& lostInputs() const { return lostInputs_; }
+
   /// Replaces the statement at `offset`, in which `fatal` was found. The search for its beginning
   /// starts at `scanFrom`, the beginning of this or an earlier statement. Returns whether the
   /// statement is replaced for the first time. If it is not, the previous replacement may have
@@ -55,12 +65,18 @@ class Repair {
   static constexpr std::size_t PADDING = 1024;
 
   bool repairConflict(std::size_t offset);
-  bool repairBlock(const vsa::Diagnostic& fatal, std::size_t offset);
+  bool repairBlock(const vsa::Diagnostic& fatal, const Statement& region, std::size_t offset);
+  std::size_t blockAt(const vsa::Diagnostic& fatal, std::size_t offset) const;
+  bool declareUnknown(const Statement& region);
   /// Whether the diagnostic is about the "}" of a block that was repaired.
   bool isEndOfBlock(const vsa::Diagnostic& fatal, std::size_t offset);
   bool repairCharacter(const vsa::Diagnostic& fatal, std::size_t offset);
+  bool repairSemicolons(const vsa::Diagnostic& fatal, std::size_t offset);
+  bool isBlock(const std::string& statement, std::size_t end) const;
   bool repairEnd(const vsa::Diagnostic& fatal, const Statement& region);
   void keepDeclaration(const Statement& region);
+  void keepPath(const Statement& region, std::string_view original);
+  void addLostInputs(std::string_view statement);
   void blank(std::size_t begin, std::size_t end);
   void addSuspects(const Statement& region);
 
@@ -73,7 +89,10 @@ class Repair {
   bool hasReplacedNothing_ = false;
   std::size_t openBlocks_ = 0;  // the number of repaired "{" whose "}" was not found yet
   std::unordered_map<std::size_t, int> steps_;  // the last step for a statement, by its beginning
+  std::vector<Statement> replaced_;             // the statements that were replaced as a whole
+  std::size_t unknownNodes_ = 0;                // the number of nodes declared for `TYPE ?:`
   std::set<std::string, std::less<>> suspects_;
+  std::set<std::string, std::less<>> lostInputs_;
 };
 
 }  // namespace vsa_tools

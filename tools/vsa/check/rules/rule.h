@@ -7,8 +7,10 @@
 #pragma once
 
 #include <functional>
+#include <set>
 #include <span>
 #include <stop_token>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -29,6 +31,9 @@ struct TextRuleInput {
   std::function<vsa::SceneView()> scene;
   /// The rules end early when a stop is requested.
   std::stop_token stop = {};
+  /// The text whose statements are inspected. After a fatal mistake, it is a text of the same size,
+  /// in which statements with wrong grammar are repaired, so that the others are found.
+  std::string_view statements = text;
 };
 
 /// The input of the rules about scenes. All members must remain valid while the rules run.
@@ -45,6 +50,10 @@ struct RuleInput {
   const vsa::ReadOutcome& outcome;
   /// The node types of --types. Empty without that option.
   std::span<const vsa::TypeDescription> types = {};
+  /// The text whose statements are inspected, as in TextRuleInput.
+  std::string_view statements = text;
+  /// The names of inputs that may be missing because of a fatal mistake. Null if there is none.
+  const std::set<std::string, std::less<>>* lostInputs = nullptr;
 };
 
 struct Rule {

@@ -31,14 +31,16 @@ RuleSet::RuleSet(const std::function<bool(const Rule&)>& isEnabled) {
 
 void runTextRules(const TextRuleInput& input, const RuleSet& rules,
                   const FindingConsumer& consumer) {
-  RuleFindings found(rules, input.text, consumer);
-  findByteProblems(input, found);
-  findTextProblems(input, found);
-  found.finish();
+  RuleFindings ofBytes(rules, input.text, input.text, consumer);
+  findByteProblems(input, ofBytes);
+  ofBytes.finish();
+  RuleFindings ofStatements(rules, input.text, input.statements, consumer);
+  findTextProblems(input, ofStatements);
+  ofStatements.finish();
 }
 
 void runSceneRules(const RuleInput& input, const RuleSet& rules, const FindingConsumer& consumer) {
-  RuleFindings found(rules, input.text, consumer);
+  RuleFindings found(rules, input.text, input.statements, consumer);
   SceneFindings ofScene(input, found);
   findInputProblems(ofScene);
   findNameProblems(ofScene);
@@ -49,7 +51,7 @@ void runSceneRules(const RuleInput& input, const RuleSet& rules, const FindingCo
 
 void runRules(const RuleInput& input, const RuleSet& rules, const FindingConsumer& consumer) {
   if (input.isTextKept) {
-    runTextRules({input.text, [&] { return input.scene; }}, rules, consumer);
+    runTextRules({input.text, [&] { return input.scene; }, {}, input.statements}, rules, consumer);
   }
   runSceneRules(input, rules, consumer);
 }

@@ -87,7 +87,7 @@ void SceneFindings::finish() {
   for (const Waiting& finding : waiting_) table[finding.input];
   if (input_.isTextKept) {
     PlaceFinder finder(table);
-    TextWalk walk(input_.text);
+    TextWalk walk(input_.statements);
     for (StatementView view; walk.next(view);) finder.visit(view);
   }
   for (Waiting& finding : waiting_) {

@@ -72,10 +72,10 @@ class AssignmentRules final : public StatementRule {
  public:
   AssignmentRules(const TextRuleInput& input, RuleFindings& found)
       : StatementRule(NODE | PATH),
-        text_(input.text),
+        text_(input.statements),
         found_(found),
         isBothFound_(found.isEnabled(RuleId::SetAndConnected)),
-        assigned_(slotsFor(input.text.size())) {
+        assigned_(slotsFor(input.statements.size())) {
     waiting_.reserve(MAX_WAITING);
   }
 

@@ -37,7 +37,10 @@ std::optional<Suggestion> misspeltKeyword(const StatementView& view) {
 class NodeRules final : public StatementRule {
  public:
   NodeRules(const TextRuleInput& input, RuleFindings& found)
-      : StatementRule(NODE | WITH_PATH), text_(input.text), found_(found) {}
+      : StatementRule(NODE | WITH_PATH),
+        text_(input.text),
+        statements_(input.statements),
+        found_(found) {}
 
   void visit(const StatementView& view) override {
     if (view.hasPath()) {
@@ -52,7 +55,7 @@ class NodeRules final : public StatementRule {
   void finish() override {
     if (lastBlock_.empty() || !found_.isEnabled(RuleId::EmptyLastBlock)) return;
     const char* const end = lastBlock_.data() + lastBlock_.size();
-    if (hasStatementAt(static_cast<std::size_t>(end - text_.data()))) return;
+    if (hasStatementAt(static_cast<std::size_t>(end - statements_.data()))) return;
     found_
         .add(RuleId::EmptyLastBlock, found_.rangeOf(lastBlock_), "the text ends behind this colon")
         .hint = "the file may have been cut off; a node without inputs ends in `;`";
@@ -143,6 +146,7 @@ class NodeRules final : public StatementRule {
   }
 
   std::string_view text_;
+  std::string_view statements_;  // the text that is inspected
   RuleFindings& found_;
   NodeGenerations nodes_;
   KeyMap<Declared> declared_{64};

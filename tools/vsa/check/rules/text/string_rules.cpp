@@ -136,7 +136,7 @@ class StringRules final : public StatementRule {
   void finish() override {
     if (!found_.isEnabled(RuleId::StringForReference)) return;
     if (!withString_.hasAnyOf(referring_)) return;
-    TextWalk walk(input_.text);
+    TextWalk walk(input_.statements);
     for (StatementView view; walk.next(view);) {
       const vsa::StatementOutline& statement = view.statement;
       if (view.isAssignment() && statement.valueKind == SyntaxKind::String &&

@@ -80,7 +80,7 @@ void findTextProblems(const TextRuleInput& input, RuleFindings& found) {
     families.add(family(input, found));
   }
   if (families.isEmpty()) return;
-  TextWalk walk(input.text);
+  TextWalk walk(input.statements);
   for (StatementView view; !input.stop.stop_requested() && walk.next(view);) {
     families.visit(view);
   }

@@ -135,6 +135,8 @@ class TypeRules {
   void checkRequired(const NodeView& node, const TypeDescription& type,
                      const InputDescription& required) {
     const std::string& name = required.declaration.name;
+    const auto* const lost = found_.input().lostInputs;
+    if (lost != nullptr && lost->contains(name)) return;
     const auto inputs = node.inputs();
     const bool isThere = std::any_of(inputs.begin(), inputs.end(), [&](const InputView& input) {
       return currentName(type.formerInputs, input.name()) == name;
