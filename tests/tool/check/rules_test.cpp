@@ -70,6 +70,10 @@ constexpr RuleEditRow RULE_EDIT_ROWS[] = {
     {"decimal-comma", "a b: .x = vec2(1,5 ,2,5);", "a b: .x = vec2(1.5 ,2.5);"},
     {"decimal-comma", "a b: .x = vec2(1,5, 2,5);", "a b: .x = vec2(1.5, 2.5);"},
     {"dropped-components", "a b: .x = vec2(1.5,2 3.5,4);"},
+    {"keyword-as-type", "define a: .x = 1;", "define a; with a: .x = 1;"},
+    {"keyword-as-type", "wiht a: .x = 1;", "with a: .x = 1;"},
+    {"with-unknown-node", "lamp hall; with Hall: .x = 1;", "lamp hall; with hall: .x = 1;"},
+    {"with-unknown-node", "with a: .x = 1; lamp a;"},
     {"near-version", "# Version 3", "# version: 3"},
     {"near-version", "# version 2 of the scene"},
     {"near-version", "# Version 2.1"},
@@ -139,6 +143,17 @@ TEST(Rules, NameTheKeywordThatMayBeMeant) {
   EXPECT_EQ(10U, edits[0].begin);
   EXPECT_EQ(14U, edits[0].end);
   EXPECT_EQ("with", edits[0].text);
+}
+
+TEST(Rules, NameATupleThatTakesAllNumbers) {
+  const auto hintFor = [](const std::string& tuple) {
+    return findingsOf("lamp a: .x = " + tuple + ';', "dropped-components").at(0).hint;
+  };
+  EXPECT_EQ("a type for them all is `vec4`", hintFor("vec2(1 2 3 4)"));
+  EXPECT_EQ("a type for them all is `pos3`", hintFor("pos2(1 2 3)"));
+  EXPECT_EQ("a type for them all is `mat4`", hintFor("mat3(1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1)"));
+  EXPECT_EQ("remove the numbers that are too many", hintFor("pos3(1 2 3 4)"));
+  EXPECT_EQ("remove the numbers that are too many", hintFor("rgba(1 2 3 4 5)"));
 }
 
 TEST(Rules, ReportAWithThatEndsInASemicolonOnce) {

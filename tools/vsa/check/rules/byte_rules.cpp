@@ -125,8 +125,11 @@ class ByteRules {
     if (!found_.isEnabled(RuleId::NotUtf8)) return;
     const std::size_t at = invalidUtf8();
     if (at == text_.size()) return;
+    constexpr const char* DIGITS = "0123456789abcdef";
+    const auto byte = static_cast<unsigned char>(text_[at]);
     add(RuleId::NotUtf8, at, 1, "this byte and what follows is no UTF-8")->hint =
-        "save the file as UTF-8, or write the byte as \\xHH in a string";
+        std::string("save the file as UTF-8, or write the byte as `\\x") + DIGITS[byte >> 4] +
+        DIGITS[byte & 15] + "` in a string";
   }
 
   // The offset of the first byte that is no UTF-8, or the size of the text if there is none. Each

@@ -47,6 +47,10 @@
           "an input that belongs to another node than the one declared before it")                         \
   VSA_ROW(RedeclaredType, "redeclared-type", Warning, "statements", true,                                  \
           "a second declaration of a node with another type")                                              \
+  VSA_ROW(KeywordAsType, "keyword-as-type", Warning, "statements", true,                                   \
+          "a misspelt keyword, or one with the wrong end, which declares a node")                          \
+  VSA_ROW(WithUnknownNode, "with-unknown-node", Warning, "statements", true,                               \
+          "a `with` whose node is misspelt or declared later")                                             \
   VSA_ROW(RemovedNode, "removed-node", Warning, "statements", true, "a value for a node that was removed") \
   VSA_ROW(EmptyLastBlock, "empty-last-block", Warning, "statements", true,                                 \
           "a text that ends behind the colon of a declaration")                                            \

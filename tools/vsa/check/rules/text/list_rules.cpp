@@ -73,6 +73,18 @@ std::string inApostrophes(std::string_view text) {
   return '\'' + shown + '\'';
 }
 
+std::string articleOf(std::string_view keyword) {
+  return foldedWord(keyword.substr(0, 1)) == foldedWord("r") ? "an " : "a ";
+}
+
+// Returns the keyword of the same family for `count` numbers, such as "vec4" for "vec3" and 4, or
+// an empty text if there is none.
+std::string largerTuple(const std::string& keyword, std::size_t count) {
+  const std::string family = keyword.substr(0, keyword.size() - 1);
+  const std::string larger = family + (componentsOf(keyword) == 9 ? "4" : std::to_string(count));
+  return componentsOf(larger) == count ? larger : std::string();
+}
+
 class ListRules final : public StatementRule {
  public:
   explicit ListRules(RuleFindings& found) : StatementRule(TUPLE | BUFFER | OBJECT), found_(found) {}
@@ -144,14 +156,14 @@ class ListRules final : public StatementRule {
     const std::size_t last = list.find_last_not_of(" \t\r\n\v\f,)]}");
     const char* const end = list.data() + last + 1;
     const std::string keyword(word);
-    Finding& finding = found_.add(
-        RuleId::DroppedComponents, found_.rangeOf({begin, static_cast<std::size_t>(end - begin)}),
-        "a " + keyword + " takes " + std::to_string(wanted) + " numbers, and this list has " +
-            std::to_string(elements.count) + "; the rest is dropped");
-    if (wanted < 4 && elements.count == wanted + 1) {
-      finding.hint = "a type for them all is `" + keyword.substr(0, keyword.size() - 1) +
-                     std::to_string(elements.count) + "`";
-    }
+    Finding& finding = found_.add(RuleId::DroppedComponents,
+                                  found_.rangeOf({begin, static_cast<std::size_t>(end - begin)}),
+                                  articleOf(keyword) + keyword + " takes " +
+                                      std::to_string(wanted) + " numbers, and this list has " +
+                                      std::to_string(elements.count) + "; the rest is dropped");
+    const std::string larger = largerTuple(keyword, elements.count);
+    finding.hint = larger.empty() ? "remove the numbers that are too many"
+                                  : "a type for them all is `" + larger + '`';
   }
 
   void addDecimalCommas(std::string_view list) {

@@ -2,8 +2,10 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "tools/vsa/check/hints/similar_names.h"
+#include "tools/vsa/check/rules/text/keyword_types.h"
 #include "tools/vsa/check/rules/walk/statement_rule.h"
 #include "tools/vsa/check/rules/walk/text_walk.h"
 #include "tools/vsa/check/text/key_map.h"
@@ -20,19 +22,6 @@ struct Declared {
   std::string_view type;
   std::string_view statement;
 };
-
-// Returns the keyword that was probably intended instead of the type in a declaration. Must be
-// called only for a declaration of a node that already exists.
-std::optional<Suggestion> misspeltKeyword(const StatementView& view) {
-  NearestName nearest(view.statement.type);
-  if (view.kind() == StatementKind::Block) {
-    nearest.consider("with");
-  } else {
-    nearest.consider("remove");
-    nearest.consider("define");
-  }
-  return nearest.found();
-}
 
 class NodeRules final : public StatementRule {
  public:
@@ -53,6 +42,7 @@ class NodeRules final : public StatementRule {
   }
 
   void finish() override {
+    checkUnknown();
     if (lastBlock_.empty() || !found_.isEnabled(RuleId::EmptyLastBlock)) return;
     const char* const end = lastBlock_.data() + lastBlock_.size();
     if (hasStatementAt(static_cast<std::size_t>(end - statements_.data()))) return;
@@ -79,6 +69,8 @@ class NodeRules final : public StatementRule {
     const bool isWith = view.kind() == StatementKind::Block && isWord(view.statement.type, "with");
     const bool declares =
         view.kind() == StatementKind::Block || view.kind() == StatementKind::Declaration;
+    if (isWith) recordWith(view);
+    if (view.kind() == StatementKind::Define) defined_.insert(nodes_.keyOf(view.nodeKey));
     if (declares && !isWith) checkType(view);
   }
 
@@ -86,7 +78,8 @@ class NodeRules final : public StatementRule {
     const std::string_view type = view.statement.type;
     const auto [known, isNew] =
         declared_.insert(nodes_.keyOf(view.nodeKey), {type, view.statement.text});
-    if (isNew || known.type == type) return;
+    if (isNew) return checkKeyword(view);
+    if (known.type == type) return;
     if (!found_.isEnabled(RuleId::RedeclaredType)) return;
     Finding& finding = found_.add(RuleId::RedeclaredType, found_.rangeOf(type),
                                   "this finds the node " + shortened(view.node()) +
@@ -96,7 +89,7 @@ class NodeRules final : public StatementRule {
       reported_ = view.statement.text;
       return;
     }
-    const std::optional<Suggestion> keyword = misspeltKeyword(view);
+    const std::optional<Suggestion> keyword = keywordForKnownNode(view);
     finding.hint = keyword ? "did you mean `" + keyword->name + "`?"
                            : "give the second node a name of its own";
     if (keyword && keyword->isSure) {
@@ -109,13 +102,89 @@ class NodeRules final : public StatementRule {
   // word for its type.
   bool hintForEnd(const StatementView& view, Finding& finding) {
     const std::string_view type = view.statement.type;
-    const bool isWith = isWord(type, "with");
-    if (!isWith && !isWord(type, "remove") && !isWord(type, "define")) return false;
-    const char* const end = isWith ? ":" : ";";
+    if (!isKeyword(type)) return false;
+    const char* const end = isWord(type, "with") ? ":" : ";";
     const std::uint64_t at = finding.range->begin.offset + view.statement.text.size();
     finding.hint = "a statement with the word `" + std::string(type) + "` ends with `" + end + '`';
     finding.edits = {{at - 1, at, end}};
+    // The inputs after "define a:" need the with node that the colon seems to set.
+    if (isWord(type, "define")) {
+      const std::string with = "with " + std::string(view.node()) + ':';
+      finding.hint += ", and `" + with + "` sets the node";
+      finding.edits[0].text = "; " + with;
+    }
     return true;
+  }
+
+  // Checks the declaration of a new node.
+  void checkKeyword(const StatementView& view) {
+    if (!found_.isEnabled(RuleId::KeywordAsType)) return;
+    const std::string_view type = view.statement.type;
+    const std::string_view keyword = keywordForNewNode(type);
+    if (keyword.empty() && !isKeyword(type)) return;
+    Finding& finding = found_.add(RuleId::KeywordAsType, found_.rangeOf(type),
+                                  "this declares a node of the type " + std::string(type));
+    if (hintForEnd(view, finding)) {
+      reported_ = view.statement.text;
+      return;
+    }
+    finding.hint = "did you mean `" + std::string(keyword) + "`?";
+    finding.edits = {
+        {finding.range->begin.offset, finding.range->end.offset, std::string(keyword)}};
+  }
+
+  // Records a `with` for a node that no statement before it has declared or defined.
+  void recordWith(const StatementView& view) {
+    constexpr std::size_t MAX_UNKNOWN = 64;
+    if (!found_.isEnabled(RuleId::WithUnknownNode) || unknown_.size() == MAX_UNKNOWN) return;
+    const PathKey node = nodes_.keyOf(view.nodeKey);
+    if (declared_.contains(node) || !defined_.insert(node)) return;
+    unknown_.push_back({view.node(), NearestName(view.node()), {}});
+  }
+
+  // Finds the nodes that were probably meant by the recorded statements: nodes that are declared
+  // later, and nodes with a similar name.
+  void checkUnknown() {
+    TextWalk walk(statements_);
+    for (StatementView view; !unknown_.empty() && walk.next(view);) {
+      const bool declares = !view.hasPath() && view.kind() != StatementKind::Comment &&
+                            view.kind() != StatementKind::Remove &&
+                            !isWord(view.statement.type, "with");
+      for (Unknown& unknown : unknown_) {
+        if (declares) consider(view, unknown);
+      }
+    }
+    for (const Unknown& unknown : unknown_) addUnknown(unknown);
+  }
+
+  struct Unknown {
+    std::string_view name;
+    NearestName nearest;
+    std::string_view declaration;  // a later declaration of the name
+  };
+
+  static void consider(const StatementView& view, Unknown& unknown) {
+    if (view.node() != unknown.name) {
+      unknown.nearest.consider(view.node());
+    } else if (view.node().data() > unknown.name.data() && unknown.declaration.empty()) {
+      unknown.declaration = view.statement.text;
+    }
+  }
+
+  void addUnknown(const Unknown& unknown) {
+    const std::optional<Suggestion> similar = unknown.nearest.found();
+    const bool isSimilar = similar && similar->isSure;
+    if (unknown.declaration.empty() && !isSimilar) return;
+    Finding& finding = found_.add(RuleId::WithUnknownNode, found_.rangeOf(unknown.name),
+                                  "no node " + shortened(unknown.name) +
+                                      " is declared before; this creates one without a type");
+    if (!unknown.declaration.empty()) {
+      finding.hint = "declare the node before this line";
+      finding.notes.push_back({found_.rangeOf(unknown.declaration), "declared here"});
+      return;
+    }
+    finding.hint = "did you mean `" + similar->name + "`?";
+    finding.edits = {{finding.range->begin.offset, finding.range->end.offset, similar->name}};
   }
 
   // Checks a path that begins with a period directly after a declaration with a semicolon. The path
@@ -150,6 +219,8 @@ class NodeRules final : public StatementRule {
   RuleFindings& found_;
   NodeGenerations nodes_;
   KeyMap<Declared> declared_{64};
+  KeySet defined_{64};            // the nodes of `define` and `with` statements
+  std::vector<Unknown> unknown_;  // the nodes of `with` statements that nothing before declares
   std::string_view withNode_;
   std::string_view reported_;   // the last `with`, `remove` or `define` that ends wrongly
   std::string_view removed_;    // the statement that removed the with node, until it is reported
@@ -160,7 +231,8 @@ class NodeRules final : public StatementRule {
 
 StatementRulePointer nodeRules(const TextRuleInput& input, RuleFindings& found) {
   if (!found.isAnyEnabled({RuleId::EmptyLastBlock, RuleId::RedeclaredType,
-                           RuleId::PeriodBehindSemicolon, RuleId::RemovedNode})) {
+                           RuleId::PeriodBehindSemicolon, RuleId::RemovedNode,
+                           RuleId::KeywordAsType, RuleId::WithUnknownNode})) {
     return nullptr;
   }
   return std::make_unique<NodeRules>(input, found);
