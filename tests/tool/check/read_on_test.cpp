@@ -226,6 +226,7 @@ TEST_F(ReadOnTest, FindingsOfRulesThatFollowFromADiagnosticAreLeftOut) {
       "lamp a: .v = byte[400000000] {0 1};\n",
       "lamp a: .x = 1; lamp b; .x = 2;\n",
       "lamp a: .x = float[1] {.7801000010010000000000};\n",
+      "lamp a: .x = float[2] {.7801000010010000000000};\n",
       "lamp a: remove a; .x = 1; .y = 2;\n",
       // The statements after a wrong one are found, and belong to the node that is set.
       "t a: .x = 1; .y = vec3(1 2\nt b:\n.x = 2;\n",
@@ -239,6 +240,21 @@ TEST_F(ReadOnTest, FindingsOfRulesThatFollowFromADiagnosticAreLeftOut) {
     const std::string out = vsa("check -q --no-config --format line a.vsa").out;
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 1) << text << out;
   }
+}
+
+TEST_F(ReadOnTest, WhatDoesNotFollowFromADiagnosticIsReported) {
+  // The string without its first quote extends to the quote in the last line.
+  write("a.vsa",
+        "t a: .s = open\";\n.p = float[4000000] {1};\n.v = byte[1] {2 3}; .t = \"b\";\n"
+        "# caf\xE9\n");
+  EXPECT_EQ(
+      (std::vector<std::string>{"1 [bad-token]", "2 [large-declared-count]", "2 [too-few-elements]",
+                                "3 [too-many-elements]", "4 [not-utf-8]"}),
+      linesAndIds(vsa("check -q --no-config --format line a.vsa").out));
+  // A narrowed value is assigned, so the element before it is missing.
+  write("a.vsa", "t a: .k[0].n = 1;\n.k[2].n = 1; .k[2].n = 2.5;\n");
+  EXPECT_EQ((std::vector<std::string>{"2 [array-gap]", "2 [narrowing]"}),
+            linesAndIds(vsa("check -q --no-config --format line a.vsa").out));
 }
 
 // The rules find the statements after an open string, and the places of their findings, although

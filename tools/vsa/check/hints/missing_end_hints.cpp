@@ -125,6 +125,19 @@ bool hintForApostrophes(HintText& text, std::uint64_t at, Finding& finding) {
   return true;
 }
 
+// Adds a hint for a string without its first quote, such as `red"`.
+bool hintForMissingQuote(HintText& text, std::uint64_t at, Finding& finding) {
+  const std::string_view word = nameBefore(text.text().substr(0, at), at);
+  const auto begin = static_cast<std::uint64_t>(word.data() - text.text().data());
+  const bool isJoined = text.at(at) == '"' && !word.empty() && begin + word.size() == at;
+  const std::uint64_t equals = text.endBefore(begin);
+  if (!isJoined || equals == 0 || text.at(equals - 1) != '=') return false;
+  finding.range = text.rangeOf(text.text().substr(at, 1));
+  finding.hint = "a string begins with `\"`, too: write `\"" + std::string(word) + "\"`";
+  insertAt(finding, begin, "\"");
+  return true;
+}
+
 // Whether a number is directly before `at` or before the blanks there. The digits of a word such as
 // "vec3" are no number.
 bool isBehindNumber(HintText& text, std::uint64_t at) {
@@ -199,6 +212,8 @@ void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Findin
   } else if (source.front() == ',') {
     finding.hint = "a value is a single number; several are a list, such as `vec2(1 2)`";
   } else if (hintForApostrophes(text, at, finding)) {
+    return;
+  } else if (hintForMissingQuote(text, at, finding)) {
     return;
   } else if (isOpening(source)) {
     hintForUnclosed(text, range, finding);
