@@ -303,6 +303,10 @@ TEST_F(ReadOnTest, AnInputInAWrongStatementIsNotReportedAsMissing) {
     return linesAndIds(vsa("check -q --format line --types types.json a.vsa").out);
   };
   EXPECT_EQ((std::vector<std::string>{"1 [invalid-token]"}), idsFor("lamp a: .power = 50%;\n"));
+  EXPECT_EQ((std::vector<std::string>{"1 [bad-token]"}), idsFor("lamp a: .power = 1e-05;\n"));
+  EXPECT_EQ((std::vector<std::string>{"1 [unrecognized-token]"}), idsFor("lamp a: power = 1.0;\n"));
+  EXPECT_EQ((std::vector<std::string>{"1 [with-node-not-set]"}), idsFor("lamp a; .power = 1.0;\n"));
+  EXPECT_EQ((std::vector<std::string>{"1 [wrong-type]"}), idsFor("lamp a: .power = [1 2];\n"));
   EXPECT_EQ(
       (std::vector<std::string>{"1 [missing-input]", "2 [invalid-token]", "2 [unknown-input]"}),
       idsFor("lamp a: \n.mass = 50%;\n"));

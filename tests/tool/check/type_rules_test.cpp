@@ -10,6 +10,7 @@
 #include <vsa/types.h>
 #include "tests/tool/check/rows/marked_text.h"
 #include "tests/tool/check/rows/row_texts.h"
+#include "tools/vsa/check/fix/apply_edits.h"
 #include "tools/vsa/check/rules/rule.h"
 
 namespace vsa_tests {
@@ -56,6 +57,8 @@ constexpr TypeRow TYPE_ROWS[] = {
      "lamp a: .power = 1.0; .keys[*] |= a.color;"},
     {"unknown-enum-value", "lamp a: .power = 1.0; .shape = «\"disc\"»;",
      "lamp a: .power = 1.0; .shape = \"disk\";", "did you mean `disk`?"},
+    {"unknown-enum-value", "lamp a: .power = 1.0; .shape = «\"cone\"»;",
+     "lamp a: .power = 1.0; .shape = \"sphere\";", "the values are `sphere`, `disk`"},
     {"wrong-input-type", "lamp a: .power = «\"1\"»;", "lamp a: .power = 1;"},
     {"wrong-input-type", "lamp a: .power = 1; .count = «2.5»;", "lamp a: .power = 1; .count = 2u;"},
     {"wrong-input-type", "lamp a: .power = 1; .color = «mat3(1 0 0 0 1 0 0 0 1)»;",
@@ -108,6 +111,21 @@ TEST(TypeRules, AreSilentWhereTheyShould) {
       ADD_FAILURE() << row.id << ": " << row.isSilent << "\n" << finding.message;
     }
   }
+}
+
+TEST(TypeRules, HaveEditsForNamesThatAreSure) {
+  const auto fixed = [](std::string_view text, std::string_view id) {
+    const std::vector<Finding> findings = typeFindings(text, id);
+    return vsa_tools::withEdits(text, {findings.at(0).edits}).text;
+  };
+  EXPECT_EQ(fixed("lmap a: .power = 1.0;", "unknown-type"), "lamp a: .power = 1.0;");
+  EXPECT_EQ(fixed("lamp a: .powr = 1.0;", "unknown-input"), "lamp a: .power = 1.0;");
+  EXPECT_EQ(fixed("lamp a: .color |= a.outColr;", "unknown-output"),
+            "lamp a: .color |= a.outColor;");
+  EXPECT_EQ(fixed("lamp a: .shape = \"Disk\";", "unknown-enum-value"),
+            "lamp a: .shape = \"disk\";");
+  EXPECT_EQ(fixed("lamp a: .shape = \"cone\";", "unknown-enum-value"),
+            "lamp a: .shape = \"cone\";");
 }
 
 TEST(TypeRules, AreAllTested) {

@@ -23,9 +23,12 @@ constexpr std::array LITERALS = {DiagnosticId::BadToken, DiagnosticId::TooFewEle
 constexpr std::array<std::string_view, 2> PATH_RULES = {"assigned-twice", "array-gap"};
 // The rules whose findings are about a part of a value. If the reader reports a text that contains
 // that part, such a finding only follows from that.
-constexpr std::array<std::string_view, 5> VALUE_RULES = {
-    "not-utf-8", "glued-elements", "string-for-reference", "large-declared-count",
-    "compressed-data-as-number"};
+constexpr std::array<std::string_view, 6> VALUE_RULES = {"not-utf-8",
+                                                         "glued-elements",
+                                                         "string-for-reference",
+                                                         "large-declared-count",
+                                                         "compressed-data-as-number",
+                                                         "wrong-input-type"};
 
 template <class List, class Element>
 bool has(const List& list, const Element& element) {

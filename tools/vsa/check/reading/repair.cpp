@@ -264,10 +264,10 @@ bool Repair::declareUnknown(const Statement& region) {
 std::string Repair::takeStatements(std::string_view original) {
   for (const Statement& region : replaced_) {
     const std::string_view statement = original.substr(region.begin, region.end - region.begin);
+    addLostInputs(statement);
     if (hasCorrectGrammar(statement)) {
       padded_.replace(PADDING + region.begin, statement.size(), statement);
     } else {
-      addLostInputs(statement);
       keepPath(region, original);
     }
   }
@@ -285,7 +285,13 @@ void Repair::keepPath(const Statement& region, std::string_view original) {
   if (hasCorrectGrammar(kept)) padded_.replace(PADDING + region.begin, kept.size(), kept);
 }
 
+// Adds the names after periods, and the name in "power = 1;", which lacks its period.
 void Repair::addLostInputs(std::string_view statement) {
+  const std::size_t first = endOfName(statement, 0);
+  const std::size_t equals = skipBlanks(statement, first);
+  if (equals < statement.size() && statement[equals] == '=') {
+    lostInputs_.emplace(statement.substr(0, first));
+  }
   for (std::size_t at = statement.find('.'); at < statement.size();) {
     const std::size_t begin = skipBlanks(statement, at + 1);
     const std::size_t end = endOfName(statement, begin);

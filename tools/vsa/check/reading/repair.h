@@ -40,8 +40,8 @@ class Repair {
   /// rejected for another reason, is as in `original`, the text before the repairs. Of a replaced
   /// assignment with wrong grammar, the path remains: `a.x = 50%;` becomes `a.x=null;`.
   std::string takeStatements(std::string_view original);
-  /// The names after periods in replaced statements with wrong grammar. Such a name may be that of
-  /// an input that the scene lacks only because of the mistake. Complete after takeStatements().
+  /// The names of inputs in replaced statements. The scene may lack these inputs only because of
+  /// the mistakes. Complete after takeStatements().
   const std::set<std::string, std::less<>>& lostInputs() const { return lostInputs_; }
 
   /// Replaces the statement at `offset`, in which `fatal` was found. The search for its beginning

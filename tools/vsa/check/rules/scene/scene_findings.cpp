@@ -78,7 +78,8 @@ class PlaceFinder {
 void SceneFindings::add(const SceneFinding& finding) {
   if (!isEnabled(finding.rule)) return;
   waiting_.push_back({finding.rule, keyOfPath(finding.path), finding.place,
-                      withoutLongQuotes(finding.message), withoutLongQuotes(finding.hint)});
+                      withoutLongQuotes(finding.message), withoutLongQuotes(finding.hint),
+                      finding.replacement});
 }
 
 void SceneFindings::finish() {
@@ -94,7 +95,10 @@ void SceneFindings::finish() {
     const std::string_view part = table[finding.input][finding.place];
     const std::optional<vsa::TextRange> range =
         part.empty() ? std::nullopt : std::optional(found_.rangeOf(part));
-    found_.add(finding.rule, range, std::move(finding.message)).hint = std::move(finding.hint);
+    Finding& added = found_.add(finding.rule, range, std::move(finding.message));
+    added.hint = std::move(finding.hint);
+    if (!range || finding.replacement.empty()) continue;
+    added.edits = {{range->begin.offset, range->end.offset, std::move(finding.replacement)}};
   }
 }
 

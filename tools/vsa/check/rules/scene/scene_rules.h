@@ -25,6 +25,7 @@ struct SceneFinding {
   std::string message;
   std::string hint = {};
   Place place = Place::Value;
+  std::string replacement = {};  ///< What the place becomes by the edit. Empty without an edit.
 };
 
 /// Collects the findings about a scene. Then finds their places in one pass over the text.
@@ -47,6 +48,7 @@ class SceneFindings {
     SceneFinding::Place place;
     std::string message;
     std::string hint;
+    std::string replacement;
   };
 
   const RuleInput& input_;

@@ -19,9 +19,23 @@ using vsa::TypeDescription;
 using zn::korvo_sdk::FormerName;
 using Place = SceneFinding::Place;
 
-std::string hintOf(const NearestName& nearest) {
+// Adds the nearest name as a hint. If it is sure, the edit writes it between `before` and `behind`.
+void suggest(SceneFinding& finding, const NearestName& nearest, const std::string& before = "",
+             const std::string& behind = "") {
   const std::optional<Suggestion> suggestion = nearest.found();
-  return suggestion ? "did you mean `" + suggestion->name + "`?" : std::string();
+  if (!suggestion) return;
+  finding.hint = "did you mean `" + suggestion->name + "`?";
+  const bool isPlain = suggestion->name.find_first_of("\"\\") == std::string::npos;
+  if (suggestion->isSure && isPlain) finding.replacement = before + suggestion->name + behind;
+}
+
+std::string listOf(const std::vector<std::string>& values) {
+  constexpr std::size_t MAX_SHOWN = 8;
+  std::string list = "the values are ";
+  for (std::size_t i = 0; i < std::min(values.size(), MAX_SHOWN); ++i) {
+    list += (i == 0 ? "`" : ", `") + values[i] + '`';
+  }
+  return list + (values.size() > MAX_SHOWN ? " and others" : "");
 }
 
 std::string_view currentName(const std::vector<FormerName>& formerNames, std::string_view name) {
@@ -73,9 +87,12 @@ class TypeRules {
     if (node.type() == node.name() || node.type() == "with") return;
     NearestName nearest(node.type());
     for (const auto& [name, type] : types_) nearest.consider(name);
-    found_.add({RuleId::UnknownType, std::string(node.name()),
-                "no type " + std::string(node.type()) + " is described", hintOf(nearest),
-                Place::Type});
+    SceneFinding finding{.rule = RuleId::UnknownType,
+                         .path = std::string(node.name()),
+                         .message = "no type " + std::string(node.type()) + " is described",
+                         .place = Place::Type};
+    suggest(finding, nearest);
+    found_.add(finding);
   }
 
   void checkInput(const TypeDescription& type, const InputView& input) {
@@ -83,9 +100,13 @@ class TypeRules {
     if (described == nullptr) {
       NearestName nearest(input.name());
       for (const InputDescription& one : type.inputs) nearest.consider(one.declaration.name);
-      found_.add({RuleId::UnknownInput, input.path(),
-                  "a " + type.name + " has no input " + std::string(input.name()), hintOf(nearest),
-                  Place::Path});
+      SceneFinding finding{
+          .rule = RuleId::UnknownInput,
+          .path = input.path(),
+          .message = "a " + type.name + " has no input " + std::string(input.name()),
+          .place = Place::Path};
+      suggest(finding, nearest);
+      found_.add(finding);
       if (const auto suggestion = nearest.found()) suggested_.insert(suggestion->name);
       return;
     }
@@ -112,9 +133,13 @@ class TypeRules {
     if (std::find(values.begin(), values.end(), *value) != values.end()) return;
     NearestName nearest(*value);
     for (const std::string& one : values) nearest.consider(one);
-    found_.add({RuleId::UnknownEnumValue, input.path(),
-                "'" + std::string(*value) + "' is none of the values of this input",
-                hintOf(nearest)});
+    SceneFinding finding{
+        .rule = RuleId::UnknownEnumValue,
+        .path = input.path(),
+        .message = "'" + std::string(*value) + "' is none of the values of this input",
+        .hint = listOf(values)};
+    suggest(finding, nearest, "\"", "\"");
+    found_.add(finding);
   }
 
   void checkOutput(const InputView& input) {
@@ -127,9 +152,12 @@ class TypeRules {
     if (std::find(outputs.begin(), outputs.end(), name) != outputs.end()) return;
     NearestName nearest(name);
     for (const std::string& one : outputs) nearest.consider(one);
-    found_.add({RuleId::UnknownOutput, input.path(),
-                "a " + type->name + " has no output " + std::string(connection.output()),
-                hintOf(nearest)});
+    SceneFinding finding{
+        .rule = RuleId::UnknownOutput,
+        .path = input.path(),
+        .message = "a " + type->name + " has no output " + std::string(connection.output())};
+    suggest(finding, nearest, std::string(connection.node().name()) + '.');
+    found_.add(finding);
   }
 
   void checkRequired(const NodeView& node, const TypeDescription& type,
