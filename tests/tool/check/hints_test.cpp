@@ -190,6 +190,8 @@ constexpr HintRow ROWS[] = {
     {"lamp s: .c |= d.out.r;\nsky d;", "an output has no members"},
     {"lamp s: .c |= .out;\n", "write the name of the node"},
     {"lamp s: .c | d.out;\nsky d;", "written with `|=`", "lamp s: .c |= d.out;\nsky d;"},
+    {"lamp s: .c ||= d.out;\nsky d;", "written with `|=`", "lamp s: .c |= d.out;\nsky d;"},
+    {"lamp s: .c || d.out;\nsky d;", "written with `|=`", "lamp s: .c |= d.out;\nsky d;"},
     {"lamp s: .c |= d;\nsky d;", "such as `d.out`"},
     {"ball b: .m = 1.0; .m = c;\nmat c;", "refers to a node if its first value does"},
     {"hintedLamp d: .shape = \"spot\";\n.shap = \"spot\";", "did you mean `shape`?",

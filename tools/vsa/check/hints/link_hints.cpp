@@ -70,6 +70,11 @@ void hintForSource(HintText& text, const vsa::TextRange& range, Finding& finding
 
 void hintForPipe(HintText& text, const vsa::TextRange& range, Finding& finding) {
   finding.hint = "a connection is written with `|=`";
+  const std::uint64_t at = range.begin.offset;
+  if (text.at(at) == '|') {  // "||=" and "||"
+    finding.edits = {{at, at + 1, text.at(at + 1) == '=' ? "" : "="}};
+    return;
+  }
   const std::uint64_t pipe = text.endBefore(range.begin.offset);
   if (pipe != 0 && text.at(pipe - 1) == '|') insertAt(finding, pipe, "=");
 }
