@@ -117,9 +117,10 @@ TEST_F(ReplaceFileTest, StandardInputCannotBeFixed) {
 TEST_F(ReplaceFileTest, TheFilesAfterOneThatCannotBeReplacedAreFixed) {
   write("a.vsa", "lamp a: .k = 1e-05;\n");
   write("c.vsa", "lamp c: .k = 1e-05;\n");
+  write("b.vsa", "lamp b: .k = 1e-05;\n");
   EXPECT_EQ(
       2,
-      statusOf("cat a.vsa | " VSA_COMMAND
+      statusOf("cat b.vsa | " VSA_COMMAND
                " check --ignore empty-file --fix a.vsa /dev/stdin c.vsa >stdout.txt 2>stderr.txt"));
   EXPECT_EQ("", content("stderr.txt"));
   EXPECT_EQ(
