@@ -134,6 +134,8 @@ constexpr HintRow ROWS[] = {
     {"lamp sun: .p = float[2];", "a buffer has a list"},
     {"lamp sun: .p = sun[0];", "the name of a node, without an index"},
     {"lamp sun: .l = \"a \"b\" c\";", "a quote inside a string"},
+    {"lamp sun: .l = \"a \" b\";", "a quote inside a string"},
+    {"lamp sun: .l = \"a\" b;", "a value ends here"},
     {"lamp sun: .p = red\";\n.q = \"b\";", "write `\"red\"`",
      "lamp sun: .p = \"red\";\n.q = \"b\";"},
     {"lamp sun: .p = red\";", "write `\"red\"`", "lamp sun: .p = \"red\";"},

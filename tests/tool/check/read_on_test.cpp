@@ -195,6 +195,9 @@ TEST_F(ReadOnTest, OneMistakeWithSeveralWrongTokensIsReportedOnce) {
       {"<lamp name=\"a\"/>\nlamp b;\n", {"1 [invalid-token]"}},
       {"lamp a;;;\nlamp b;\n", {"1 [unrecognized-token]"}},
       {"lamp a;\na::x = 1;\n", {"2 [unrecognized-token]"}},
+      {"/* a\n   lamp */\n// noon\n-- moon\nlamp a; a.x[] = 1;\n",
+       {"1 [unrecognized-token]", "3 [unrecognized-token]", "4 [unrecognized-token]",
+        "5 [invalid-array-index]"}},
       {"lamp: a;\na.x = 1;\n", {"1 [unrecognized-token]"}},
       {"::: lamp a;\na.x[] = 1;\n",
        {"1 [unrecognized-token]", "1 [unrecognized-token]", "1 [unrecognized-token]",
@@ -240,6 +243,15 @@ TEST_F(ReadOnTest, FindingsOfRulesThatFollowFromADiagnosticAreLeftOut) {
     const std::string out = vsa("check -q --no-config --format line a.vsa").out;
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 1) << text << out;
   }
+}
+
+TEST_F(ReadOnTest, EachMissingSemicolonIsReported) {
+  write("a.vsa",
+        "lamp a; lamp b;\nremove b\ndefine c\n\nlamp d  \nwith d\n.x = 1\n.y = 2\nlamp e;\n");
+  const std::string id = " [unrecognized-token]";
+  EXPECT_EQ((std::vector<std::string>{"2" + id, "3" + id, "5" + id, "6" + id, "7 [bad-token]",
+                                      "8 [bad-token]"}),
+            linesAndIds(vsa("check -q --no-config --format line a.vsa").out));
 }
 
 TEST_F(ReadOnTest, WhatDoesNotFollowFromADiagnosticIsReported) {

@@ -125,6 +125,13 @@ bool hintForApostrophes(HintText& text, std::uint64_t at, Finding& finding) {
   return true;
 }
 
+// Whether a quote is before the word at `at`, and another one after it in the same line.
+bool isBetweenQuotes(HintText& text, std::uint64_t at) {
+  const std::uint64_t end = text.endBefore(at);
+  const std::size_t next = text.text().find_first_of("\"\n", at);
+  return end > 0 && text.at(end - 1) == '"' && text.at(next) == '"';
+}
+
 // Adds a hint for a string without its first quote, such as `red"`.
 bool hintForMissingQuote(HintText& text, std::uint64_t at, Finding& finding) {
   const std::string_view word = nameBefore(text.text().substr(0, at), at);
@@ -230,7 +237,7 @@ void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Findin
   } else if (source.front() == ':') {
     finding.hint = "end the statement with `;`";
     finding.edits = {{at, at + 1, ";"}};
-  } else if (isWordText(source) && text.at(at - 1) == '"') {
+  } else if (isWordText(source) && isBetweenQuotes(text, at)) {
     finding.hint = "a quote inside a string is written `\\\"`";
   } else if (isDigit(source.front())) {
     finding.hint = isBehindNumber(text, at)

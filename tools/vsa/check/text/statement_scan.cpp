@@ -29,6 +29,26 @@ std::size_t endOfLine(Text text, std::size_t at) {
   return std::min(text.find('\n', at), text.size());
 }
 
+/// Returns the offset after a comment of another format that begins at `at`: "// text" or "-- text"
+/// up to the line end, or "/* text */". Returns 0 if there is none.
+std::size_t endOfForeignComment(Text text, std::size_t at) {
+  const Text begin = text.substr(at, 2);
+  if (begin == "//" || begin == "--") return endOfLine(text, at);
+  if (begin != "/*") return 0;
+  const std::size_t end = text.find("*/", at + 2);
+  return end == Text::npos ? endOfLine(text, at) : end + 2;
+}
+
+/// Returns whether two names begin at `at`, and the line ends after them: a declaration or
+/// directive without its semicolon.
+bool isPairLine(Text text, std::size_t at) {
+  const std::size_t first = endOfName(text, at);
+  const std::size_t second = std::min(text.find_first_not_of(" \t", first), text.size());
+  const std::size_t end = endOfName(text, second);
+  const std::size_t next = std::min(text.find_first_not_of(" \t\r", end), text.size());
+  return first > at && second > first && end > second && next < text.size() && text[next] == '\n';
+}
+
 /// Returns the offset of the last quote before `end` that no backslash escapes, or npos if there is
 /// none.
 std::size_t openingQuote(Text text, std::size_t end) {
@@ -175,8 +195,13 @@ std::vector<std::size_t> semicolonsInList(Text text, std::size_t open) {
 }
 
 std::size_t resumePoint(Text text, const Statement& statement) {
+  if (const std::size_t end = endOfForeignComment(text, statement.begin)) return end;
+  const bool isPair = isPairLine(text, statement.begin);
+  const auto isBegin = [&](std::size_t line) {
+    return looksLikeStatement(text, line) || (isPair && isPairLine(text, skipBlanks(text, line)));
+  };
   std::size_t line = endOfLine(text, statement.begin) + 1;
-  while (line < statement.end && !looksLikeStatement(text, line)) line = endOfLine(text, line) + 1;
+  while (line < statement.end && !isBegin(line)) line = endOfLine(text, line) + 1;
   return std::min(line, statement.end);
 }
 

@@ -34,9 +34,10 @@ bool isConflictMarker(std::string_view text, std::size_t at);
 /// with text.
 bool looksLikeStatement(std::string_view text, std::size_t at);
 
-/// Returns the offset at which to continue after a mistake in `statement`. That is the next line in
-/// `statement` that probably begins another statement, or else the end of `statement`. Such a line
-/// may be inside `statement` because a string or list is not closed.
+/// Returns the offset at which to continue after a mistake in `statement`. That is the end of a
+/// comment of another format at its beginning, the next line in `statement` that probably begins
+/// another statement, or else the end of `statement`. Such a line may be inside `statement` because
+/// a string or list is not closed, or a semicolon is missing.
 std::size_t resumePoint(std::string_view text, const Statement& statement);
 
 /// Returns the offset of the opening quote of the string before `offset` if that string was
