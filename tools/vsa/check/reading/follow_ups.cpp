@@ -87,9 +87,10 @@ bool FollowUps::isInside(const vsa::TextRange& range, std::string_view text) con
       [](std::uint64_t offset, const Problem& problem) { return offset < problem.begin; });
   if (next == problems_.begin()) return false;
   const Problem& problem = *--next;
+  if (range.end.offset > problem.end) return false;
   const bool isString = problem.begin < text.size() && text[problem.begin] == '"';
-  const std::uint64_t end = isString ? text.find('\n', problem.begin) : problem.end;
-  return range.end.offset <= std::min(end, problem.end);
+  const std::uint64_t size = range.end.offset - problem.begin;
+  return !isString || text.substr(problem.begin, size).find('\n') == std::string_view::npos;
 }
 
 }  // namespace vsa_tools

@@ -10,6 +10,10 @@ namespace {
 
 using Text = std::string_view;
 
+// The maximum number of bytes that are searched for the end of something that may have no end. Each
+// mistake may cause such a search, so it must not extend to the end of the text.
+constexpr std::size_t MAX_LOOK_AHEAD = 4096;
+
 // Returns whether the character is skipped between tokens: white space or a control character.
 bool isBlank(char c) {
   return static_cast<unsigned char>(c) <= ' ' || c == '\x7F';
@@ -32,16 +36,18 @@ std::size_t endOfLine(Text text, std::size_t at) {
 /// Returns the offset after a comment of another format that begins at `at`: "// text" or "-- text"
 /// up to the line end, or "/* text */". Returns 0 if there is none.
 std::size_t endOfForeignComment(Text text, std::size_t at) {
+  if (at >= text.size()) return 0;
   const Text begin = text.substr(at, 2);
   if (begin == "//" || begin == "--") return endOfLine(text, at);
   if (begin != "/*") return 0;
-  const std::size_t end = text.find("*/", at + 2);
-  return end == Text::npos ? endOfLine(text, at) : end + 2;
+  const std::size_t size = text.substr(at, MAX_LOOK_AHEAD).find("*/", 2);
+  return size == Text::npos ? endOfLine(text, at) : at + size + 2;
 }
 
 /// Returns whether two names begin at `at`, and the line ends after them: a declaration or
 /// directive without its semicolon.
 bool isPairLine(Text text, std::size_t at) {
+  if (at >= text.size()) return false;
   const std::size_t first = endOfName(text, at);
   const std::size_t second = std::min(text.find_first_not_of(" \t", first), text.size());
   const std::size_t end = endOfName(text, second);
@@ -136,6 +142,10 @@ Statement nextStatement(Text text, std::size_t from) {
     found.isComment = true;
     return found;
   }
+  if (const std::size_t end = endOfForeignComment(text, found.begin)) {
+    found.end = end;
+    return found;
+  }
   std::size_t at = found.begin;
   while (at < text.size() && text[at] != ';' && text[at] != ':') at = endOfToken(text, at);
   if (at < text.size()) found.terminator = text[at++];
@@ -165,8 +175,11 @@ bool looksLikeStatement(Text text, std::size_t at) {
 }
 
 std::optional<std::size_t> openStringBefore(Text text, std::size_t offset) {
-  const std::size_t end = text.substr(0, offset).find_last_of("\";:\n");
-  if (end == Text::npos || text[end] != '"') return std::nullopt;
+  constexpr std::size_t MAX_LOOK_BACK = 256;
+  const std::size_t from = offset - std::min(offset, MAX_LOOK_BACK);
+  const std::size_t back = text.substr(from, offset - from).find_last_of("\";:\n");
+  if (back == Text::npos || text[from + back] != '"') return std::nullopt;
+  const std::size_t end = from + back;
   const std::size_t open = openingQuote(text, end);
   if (open == Text::npos) return std::nullopt;
   std::size_t line = endOfLine(text, open) + 1;
@@ -179,6 +192,7 @@ std::vector<std::size_t> semicolonsInList(Text text, std::size_t open) {
   if (open >= text.size() || (text[open] != '(' && text[open] != '{')) return found;
   int depth = 0;
   for (std::size_t at = open; at < text.size(); ++at) {
+    if (!found.empty() && at - found.front() > MAX_LOOK_AHEAD) break;
     const char c = text[at];
     const bool isOpening = c == '(' || c == '[' || c == '{';
     const bool isClosing = c == ')' || c == ']' || c == '}';
@@ -195,10 +209,10 @@ std::vector<std::size_t> semicolonsInList(Text text, std::size_t open) {
 }
 
 std::size_t resumePoint(Text text, const Statement& statement) {
-  if (const std::size_t end = endOfForeignComment(text, statement.begin)) return end;
   const bool isPair = isPairLine(text, statement.begin);
   const auto isBegin = [&](std::size_t line) {
-    return looksLikeStatement(text, line) || (isPair && isPairLine(text, skipBlanks(text, line)));
+    return looksLikeStatement(text, line) ||
+           (isPair && isPairLine(text, text.find_first_not_of(" \t", line)));
   };
   std::size_t line = endOfLine(text, statement.begin) + 1;
   while (line < statement.end && !isBegin(line)) line = endOfLine(text, line) + 1;

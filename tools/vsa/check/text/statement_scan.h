@@ -22,7 +22,7 @@ struct Statement {
 
 /// Returns the first statement or comment that begins at `from` or later. If there is none, returns
 /// an empty statement at the end of the text. A `;` ends a statement even in a list. A `:` or `;`
-/// in a string or comment does not.
+/// in a string or comment does not. A comment of another format, such as "// text", is a statement.
 Statement nextStatement(std::string_view text, std::size_t from);
 
 /// Returns whether a conflict marker begins at `at`: a line such as "<<<<<<< HEAD", which a merge
@@ -34,10 +34,9 @@ bool isConflictMarker(std::string_view text, std::size_t at);
 /// with text.
 bool looksLikeStatement(std::string_view text, std::size_t at);
 
-/// Returns the offset at which to continue after a mistake in `statement`. That is the end of a
-/// comment of another format at its beginning, the next line in `statement` that probably begins
-/// another statement, or else the end of `statement`. Such a line may be inside `statement` because
-/// a string or list is not closed, or a semicolon is missing.
+/// Returns the offset at which to continue after a mistake in `statement`. That is the next line in
+/// `statement` that probably begins another statement, or else the end of `statement`. Such a line
+/// may be inside `statement` because a string or list is not closed, or a semicolon is missing.
 std::size_t resumePoint(std::string_view text, const Statement& statement);
 
 /// Returns the offset of the opening quote of the string before `offset` if that string was
@@ -48,7 +47,8 @@ std::optional<std::size_t> openStringBefore(std::string_view text, std::size_t o
 
 /// Returns the offsets of the semicolons in the list in parentheses or braces that begins at
 /// `open`, such as "(1 0; 0 1)". Returns nothing if anything but numbers and separators is between
-/// a semicolon and the end of the list: the list is then not closed before the semicolon.
+/// a semicolon and the end of the list: the list is then not closed before the semicolon. The same
+/// applies if the end is far from the first semicolon.
 std::vector<std::size_t> semicolonsInList(std::string_view text, std::size_t open);
 
 /// Returns the offset after the name that begins at `at`, or `at` if no name begins there.
