@@ -28,31 +28,31 @@ class SyntaxReader::State {
   explicit State(std::string_view text) { extend(text.data(), text.size()); }
   explicit State(Source& source)
       : source_(&source), buffer_(std::make_unique<char[]>(BUFFER_BYTES)) {
-    begin_ = at_ = end_ = buffer_.get();
+    window_ = begin_ = at_ = end_ = buffer_.get();
   }
 
   /// Reads the next token or piece, and sets all members of `out`.
-  void next(SyntaxToken& out) {
-    if (source_ == nullptr) {
-      nextWhole(out);
-    } else {
-      nextPiece(out);
-    }
-  }
+  void next(SyntaxToken& out);
   bool appendStatement(std::vector<SyntaxToken>& tokens, std::size_t maxTokens);
   bool endedAtMark() const noexcept { return endedAtMark_; }
   bool keepsText() const noexcept { return source_ == nullptr; }
 
  private:
-  void nextWhole(SyntaxToken& out);
-  void nextPiece(SyntaxToken& out);
+  void nextPiece(SyntaxToken& out, bool isFirst);
   void endOfText(SyntaxToken& out) const noexcept;
   std::uint64_t skipBufferedWhite() noexcept;
   std::uint64_t skipWhite();
   bool refill();
   void extend(const char* bytes, std::size_t count) noexcept;
-  TextPosition position() const noexcept { return {offset_, line_, offset_ - lineBegin_ + 1}; }
-  bool shortToken(SyntaxToken& out);
+  std::uint64_t offsetOf(const char* at) const noexcept {
+    return windowOffset_ + static_cast<std::uint64_t>(at - window_);
+  }
+  // The position of a byte in the line of `begin_`.
+  TextPosition positionOf(const char* at) const noexcept {
+    const std::uint64_t offset = offsetOf(at);
+    return {offset, line_, offset - lineBegin_ + 1};
+  }
+  bool shortToken(SyntaxToken& out) noexcept;
   void piece(SyntaxToken& out, bool isFirst);
   void moveTo(const char* to, const lex::LineFeeds& feeds) noexcept;
 
@@ -69,8 +69,10 @@ class SyntaxReader::State {
   const char* at_ = nullptr;
   const char* end_ = nullptr;
 
-  // The position of `begin_` in the text.
-  std::uint64_t offset_ = 0;
+  // A byte of the text, and its offset in the text. All offsets are computed from it.
+  const char* window_ = nullptr;
+  std::uint64_t windowOffset_ = 0;
+  // The line of `begin_`, and the offset of its beginning.
   std::uint64_t line_ = 1;
   std::uint64_t lineBegin_ = 0;
 
@@ -107,7 +109,7 @@ bool SyntaxReader::keepsText() const noexcept {
 // Adds the bytes after the window to the window, up to a byte 0xFF.
 void SyntaxReader::State::extend(const char* bytes, std::size_t count) noexcept {
   const void* const mark = count != 0 ? std::memchr(bytes, END_MARK, count) : nullptr;
-  if (begin_ == nullptr) begin_ = at_ = end_ = bytes;
+  if (window_ == nullptr) window_ = begin_ = at_ = end_ = bytes;
   end_ = mark != nullptr ? static_cast<const char*>(mark) : bytes + count;
   endedAtMark_ = mark != nullptr;
   isEnded_ = source_ == nullptr || mark != nullptr || count == 0;
@@ -121,6 +123,7 @@ bool SyntaxReader::State::refill() {
   if (kept == BUFFER_BYTES) return false;
   char* const buffer = buffer_.get();
   if (kept != 0 && begin_ != buffer) std::memmove(buffer, begin_, kept);
+  windowOffset_ = offsetOf(begin_);
   at_ = buffer + (at_ - begin_);
   begin_ = buffer;
   end_ = buffer + kept;
@@ -129,14 +132,12 @@ bool SyntaxReader::State::refill() {
   return true;
 }
 
-// Moves `begin_` to `to`, and updates the position of `begin_`. `feeds` contains the line feeds
-// before `to`.
+// Moves `begin_` to `to`, and updates its line. `feeds` contains the line feeds before `to`.
 void SyntaxReader::State::moveTo(const char* to, const lex::LineFeeds& feeds) noexcept {
   if (feeds.count != 0) {
     line_ += feeds.count;
-    lineBegin_ = offset_ + static_cast<std::uint64_t>(feeds.last + 1 - begin_);
+    lineBegin_ = offsetOf(feeds.last + 1);
   }
-  offset_ += static_cast<std::uint64_t>(to - begin_);
   begin_ = to;
 }
 
@@ -153,37 +154,43 @@ inline std::uint64_t SyntaxReader::State::skipBufferedWhite() noexcept {
   return skipped.count;
 }
 
-std::uint64_t SyntaxReader::State::skipWhite() {
-  std::uint64_t feeds = 0;
-  do {
-    feeds += skipBufferedWhite();
-  } while (at_ == end_ && refill());
+inline std::uint64_t SyntaxReader::State::skipWhite() {
+  std::uint64_t feeds = skipBufferedWhite();
+  while (at_ == end_ && refill()) feeds += skipBufferedWhite();
   return feeds;
 }
 
-// Reads a word or a single character of a text in memory. Returns false for any other token.
+// Reads a word, a number or a single character whose end is in the window. Returns false for any
+// other token.
 //
-// Most tokens of a scene are words and single characters. Reading the statements of 100 scenes of 7
-// KB takes 21 million instructions. Without this function and appendStatement(), it takes 36
-// million. Reading the same scenes with vsa::readText takes 49 million.
-inline bool SyntaxReader::State::shortToken(SyntaxToken& out) {
+// Most tokens of a scene are of these kinds. Reading the tokens of 19 MB of small nodes from a
+// source takes 480 million instructions, and 740 million without this function (benchmark
+// format/tokens/nodes). Reading the statements of 100 scenes of 7 KB in memory takes 21 million. It
+// takes 36 million without this function and appendStatement(), and 49 million with vsa::readText.
+inline bool SyntaxReader::State::shortToken(SyntaxToken& out) noexcept {
   const lex::Token::Type first = lex::firstOf(*at_);
+  const char* end = at_ + 1;
   if (lex::isOneCharacter(first)) {
-    ++at_;
     out.kind = SyntaxKind::Punctuation;
-  } else if (first == lex::Token::Type::Id) {
-    at_ = lex::endOfName(at_ + 1, end_);
-    out.kind = impl::kindOfWord({begin_, static_cast<std::size_t>(at_ - begin_)});
   } else {
-    return false;
+    if (first == lex::Token::Type::Id) {
+      end = lex::endOfName(end, end_);
+      out.kind = impl::kindOfWord({begin_, static_cast<std::size_t>(end - begin_)});
+    } else if (first == lex::Token::Type::Int) {
+      const lex::NumberEnd number = lex::endOfNumber(end, end_);
+      end = number.at;
+      out.kind = number.isReal ? SyntaxKind::Real : SyntaxKind::Integer;
+    } else {
+      return false;
+    }
+    if (end == end_ && !isEnded_) return false;
   }
-  const auto size = static_cast<std::size_t>(at_ - begin_);
+  const auto size = static_cast<std::size_t>(end - begin_);
+  const TextPosition begin = positionOf(begin_);
   out.isFirst = out.isLast = true;
   out.text = {begin_, size};
-  out.range.begin = position();
-  offset_ += size;
-  begin_ = at_;
-  out.range.end = position();
+  out.range = {begin, {begin.offset + size, begin.line, begin.column + size}};
+  begin_ = at_ = end;
   return true;
 }
 
@@ -192,10 +199,10 @@ void SyntaxReader::State::piece(SyntaxToken& out, bool isFirst) {
   out.isFirst = isFirst;
   out.isLast = token_.isOver();
   out.text = {begin_, static_cast<std::size_t>(at_ - begin_)};
-  out.range.begin = position();
+  out.range.begin = positionOf(begin_);
   const bool mayHaveFeeds = token_.mayHaveLineFeeds();
   moveTo(at_, mayHaveFeeds ? lex::countLineFeeds(begin_, at_) : lex::LineFeeds{0, nullptr});
-  out.range.end = position();
+  out.range.end = positionOf(begin_);
   if (out.kind == SyntaxKind::Word && isFirst && out.isLast) out.kind = impl::kindOfWord(out.text);
 }
 
@@ -203,35 +210,27 @@ void SyntaxReader::State::endOfText(SyntaxToken& out) const noexcept {
   out.kind = SyntaxKind::EndOfText;
   out.isFirst = out.isLast = true;
   out.text = {};
-  out.range = {position(), position()};
+  out.range = {positionOf(begin_), positionOf(begin_)};
 }
 
-// Sets `out` to the next token of a text in memory. Such a token always has one piece.
-inline void SyntaxReader::State::nextWhole(SyntaxToken& out) {
-  out.lineFeedsBefore = skipBufferedWhite();
-  if (at_ == end_) {
-    endOfText(out);
+// Sets `out` to the next token, or to the next piece of a token. A token of a text in memory always
+// has one piece.
+inline void SyntaxReader::State::next(SyntaxToken& out) {
+  if (isInside_) {
+    out.lineFeedsBefore = 0;
+    nextPiece(out, false);
     return;
   }
-  if (shortToken(out)) return;
-  token_.begin(*at_++);
-  if (!token_.isOver()) at_ = token_.advance(at_, end_);
-  if (at_ == end_) token_.endText();
-  piece(out, true);
+  out.lineFeedsBefore = skipWhite();
+  if (at_ == end_) {
+    endOfText(out);
+  } else if (!shortToken(out)) {
+    token_.begin(*at_++);
+    nextPiece(out, true);
+  }
 }
 
-// Sets `out` to the next token of a source, or to the next piece of a token.
-void SyntaxReader::State::nextPiece(SyntaxToken& out) {
-  const bool isFirst = !isInside_;
-  out.lineFeedsBefore = 0;
-  if (isFirst) {
-    out.lineFeedsBefore = skipWhite();
-    if (at_ == end_) {
-      endOfText(out);
-      return;
-    }
-    token_.begin(*at_++);
-  }
+void SyntaxReader::State::nextPiece(SyntaxToken& out, bool isFirst) {
   do {
     if (!token_.isOver()) at_ = token_.advance(at_, end_);
   } while (!token_.isOver() && refill());
@@ -245,7 +244,7 @@ void SyntaxReader::State::nextPiece(SyntaxToken& out) {
 bool SyntaxReader::State::appendStatement(std::vector<SyntaxToken>& tokens, std::size_t maxTokens) {
   do {
     SyntaxToken& token = tokens.emplace_back();
-    nextWhole(token);
+    next(token);
     if (token.kind == SyntaxKind::EndOfText) {
       tokens.pop_back();
       return true;
