@@ -11,14 +11,16 @@ namespace {
 
 TEST(DeclaredNodesTest, KnowsTheLastPart) {
   DeclaredNodes nodes;
-  nodes.declare("a");
-  nodes.declare("b");
+  EXPECT_FALSE(nodes.declare("a"));
+  EXPECT_FALSE(nodes.declare("a"));
+  EXPECT_FALSE(nodes.declare("b"));
   EXPECT_FALSE(nodes.isOfEarlierPart("a"));
   nodes.beginPart();
   EXPECT_TRUE(nodes.isOfEarlierPart("a"));
   EXPECT_TRUE(nodes.isOfEarlierPart("b"));
   EXPECT_FALSE(nodes.isOfEarlierPart("c"));
-  nodes.declare("a");
+  EXPECT_TRUE(nodes.declare("a"));
+  EXPECT_FALSE(nodes.declare("a"));
   nodes.remove("b");
   nodes.remove("never");
   EXPECT_FALSE(nodes.isOfEarlierPart("a"));

@@ -150,15 +150,17 @@ TEST(ShortListSourceTest, BeginsPartsWithDeclarations) {
 // value. Therefore the source ends the text before such a statement.
 TEST(ShortListSourceTest, EndsWhereANodeOfAnEarlierPartIsChanged) {
   for (const char* const statement :
-       {"n.a = 2;", "n.a |= m.o;", "REMOVE n;", "t n;", "t n:", "with n: .a = 2;", ".a = 2;"}) {
+       {"n.a = 2;", "n.a |= m.o;", "REMOVE n;", "t n;", "t n:", "with n: .a = 2;", ".a = 2;",
+        "t n; n.a = 2; m.b = 3;", "t n: .a = 2; REMOVE m;"}) {
     const std::string text = std::string("t n: .a = 1; t m; ") + statement + " t o;";
     StepSource source(text, 1 << 16);
     ShortListSource lists(source, 1);
-    std::string block(1000, '\0');
+    std::string delivered, block(1000, '\0');
     do {
-      while (lists.read(block) > 0) continue;
+      while (const std::size_t count = lists.read(block)) delivered.append(block.data(), count);
     } while (lists.nextPart());
     EXPECT_TRUE(lists.endedEarly()) << statement;
+    EXPECT_EQ(delivered, "t n:\n.a = 1;\nt m;\n") << statement;
   }
 }
 

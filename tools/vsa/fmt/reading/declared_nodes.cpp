@@ -18,7 +18,7 @@ std::uint64_t hashOf(std::string_view name) {
 // Returns the index of the slot with that hash, or of an empty slot. Uses linear probing.
 std::size_t DeclaredNodes::find(std::uint64_t hash) const {
   const std::size_t mask = slots_.size() - 1;
-  std::size_t at = (hash >> PART_BITS) & mask;
+  std::size_t at = firstSlot(hash);
   while (slots_[at] != 0 && ((slots_[at] ^ hash) & ~PART_MASK) != 0) at = (at + 1) & mask;
   return at;
 }
@@ -31,21 +31,27 @@ void DeclaredNodes::grow() {
   }
 }
 
-void DeclaredNodes::declare(std::string_view name) {
+bool DeclaredNodes::declare(std::string_view name) {
   const bool isFull = used_ >= slots_.size() / 4 * 3;
   if (isFull && slots_.size() < MAX_SLOTS) grow();
   const std::uint64_t hash = hashOf(name);
   std::uint64_t& slot = slots_[find(hash)];
   if (slot == 0) {
-    if (used_ >= slots_.size() / 4 * 3) return;
+    if (used_ >= slots_.size() / 4 * 3) return false;
     ++used_;
   }
+  const std::uint64_t before = slot & PART_MASK;
   slot = (hash & ~PART_MASK) | (part_ & PART_MASK);
+  return isEarlier(before);
 }
 
 void DeclaredNodes::remove(std::string_view name) {
   std::uint64_t& slot = slots_[find(hashOf(name))];
   slot &= ~PART_MASK;
+}
+
+void DeclaredNodes::prefetch(std::string_view name) const {
+  __builtin_prefetch(&slots_[firstSlot(hashOf(name))]);
 }
 
 // Returns the number of the last part that declared the node, or 0 if the node is not declared.

@@ -15,14 +15,15 @@ class DeclaredNodes {
  public:
   /// Begins the next part. No node is declared in it yet.
   void beginPart() { ++part_; }
-  void declare(std::string_view name);
+  /// Declares the node in the current part. Returns the result of isOfEarlierPart() before.
+  bool declare(std::string_view name);
   void remove(std::string_view name);
+  /// Loads the memory that a call for this name needs into the cache, without waiting for it.
+  void prefetch(std::string_view name) const;
   /// Whether the node was declared in any part and not removed after that.
   bool isDeclared(std::string_view name) const { return partOf(name) != 0; }
   /// The same, but the last declaration is in an earlier part than the current one.
-  bool isOfEarlierPart(std::string_view name) const {
-    return isDeclared(name) && partOf(name) != part_;
-  }
+  bool isOfEarlierPart(std::string_view name) const { return isEarlier(partOf(name)); }
 
  private:
   // A slot of the table is 0 if it is empty. Otherwise its low bits are the number of the part, and
@@ -30,7 +31,11 @@ class DeclaredNodes {
   static constexpr int PART_BITS = 20;
   static constexpr std::uint64_t PART_MASK = (std::uint64_t{1} << PART_BITS) - 1;
 
+  bool isEarlier(std::uint64_t part) const { return part != 0 && part != part_; }
   std::uint64_t partOf(std::string_view name) const;
+  std::size_t firstSlot(std::uint64_t hash) const {
+    return (hash >> PART_BITS) & (slots_.size() - 1);
+  }
   std::size_t find(std::uint64_t hash) const;
   void grow();
 

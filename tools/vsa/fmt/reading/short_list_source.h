@@ -69,6 +69,8 @@ class ShortListSource final : public vsa::Source {
   void endDeclaration(bool isWith);
   void endStatement();
   void change(std::string_view node);
+  void declare(std::string_view node);
+  void endPending();
   void flush();
   bool beginBuffer();
   bool mustSplit(const vsa::SyntaxToken& token) const;
@@ -91,6 +93,9 @@ class ShortListSource final : public vsa::Source {
   std::uint64_t partBytes_ = 0;    // the size of the part's tokens, with LIST_BYTES for each list
   std::uint64_t bytesBefore_ = 0;  // the value of `partBytes_` after the last statement
   DeclaredNodes nodes_;
+  std::string changed_;               // the last node that a statement of the part changes
+  bool isPending_ = false;            // whether `changed_` is declared, but not in `nodes_` yet
+  std::size_t pendingBegin_ = 0;      // the size of `out_` before that declaration
   std::string declared_;              // the first node that the next part declares
   bool isWithOfEarlierPart_ = false;  // whether the with node is of an earlier part
   bool endedEarly_ = false;
