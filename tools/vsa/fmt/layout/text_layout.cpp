@@ -14,6 +14,19 @@ constexpr std::size_t BLOCK_INDENT = 2;
 // The maximum size of a keyword. Longer words are no keywords.
 constexpr std::size_t MAX_KEYWORD_BYTES = 16;
 
+/// Returns whether a complete list has numbers that are separated by single blanks, and nothing
+/// else between its brackets.
+bool isPlainList(std::string_view list) {
+  if (list.size() < 3) return false;
+  bool isAfterNumber = false;
+  for (const char c : list.substr(1, list.size() - 2)) {
+    const bool isNumber = isInNumber(c);
+    if (!isNumber && (c != ' ' || !isAfterNumber)) return false;
+    isAfterNumber = isNumber;
+  }
+  return isAfterNumber;
+}
+
 }  // namespace
 
 void TextLayout::put(const SyntaxToken& token) {
@@ -77,7 +90,20 @@ ListShape TextLayout::shape(SyntaxKind kind) const {
   return hasIndex_ ? shapeOfBuffer(word_) : ListShape();
 }
 
+// Writes a list that is laid out already and stays on its line. Returns false for any other list,
+// also for each list that may have matrices. The layout of 19 MB of small nodes takes 1090 million
+// instructions, and 1270 million without this function (benchmark format/layout/nodes).
+bool TextLayout::putPlainList(const SyntaxToken& token) {
+  const bool mayBeMatrix = !word_.empty() && (word_.front() == 'm' || word_.front() == 'M');
+  const bool fits = out_.column() + token.text.size() + 1 <= FORMATTED_WIDTH;
+  if (!token.isFirst || !token.isLast || mayBeMatrix || !fits) return false;
+  if (!isPlainList(token.text)) return false;
+  out_.put(token.text);
+  return true;
+}
+
 void TextLayout::putList(const SyntaxToken& token) {
+  if (putPlainList(token)) return;
   if (token.isFirst) {
     list_.begin(token.text.front(), shape(token.kind), indent_);
     elements_ = vsa::ListReader();

@@ -26,6 +26,7 @@ class TextLayout {
   void beginStatement(const vsa::SyntaxToken& token);
   void putText(const vsa::SyntaxToken& token);
   void putList(const vsa::SyntaxToken& token);
+  bool putPlainList(const vsa::SyntaxToken& token);
   void putElements(std::string_view text);
   ListShape shape(vsa::SyntaxKind kind) const;
   void endToken(const vsa::SyntaxToken& token);

@@ -19,8 +19,11 @@ inline bool isWordLike(vsa::SyntaxKind kind) {
 /// Returns whether there is a blank between `token` and the token before it, which has the kind
 /// `last`. If that token is punctuation, `lastChar` is its character.
 inline bool needsBlank(vsa::SyntaxKind last, char lastChar, const vsa::SyntaxToken& token) {
-  if (token.is('=')) return lastChar != '|';
-  if (token.is('|') || lastChar == '=') return true;
+  if (token.kind == vsa::SyntaxKind::Punctuation) {
+    const char c = token.text.front();
+    return c == '=' ? lastChar != '|' : c == '|' || lastChar == '=';
+  }
+  if (lastChar == '=') return true;
   if (token.kind == vsa::SyntaxKind::Braces) return last == vsa::SyntaxKind::Brackets;
   return isWordLike(token.kind) && isWordLike(last);
 }

@@ -148,7 +148,7 @@ void ShortListSource::endToken(const SyntaxToken& token) {
   ++tokenCount_;
   if (isWhole_ && tokenCount_ <= 3) endBeginning(token);
   const bool isComment = token.kind == SyntaxKind::Comment;
-  if (isComment || token.is(';') || token.is(':')) endStatement();
+  if (isComment || lastChar_ == ';' || lastChar_ == ':') endStatement();
 }
 
 // Recognises `.input`, `node.input` and `type name;` from the first three tokens of a statement.
