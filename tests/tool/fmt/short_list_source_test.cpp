@@ -37,7 +37,16 @@ std::string numbers(int count, const char* number = "1.5") {
 }
 
 TEST(ShortListSourceTest, KeepsOtherTokens) {
-  EXPECT_EQ(delivered("# c\rt n:\n.a = vec3(1,2 3);"), "# c\nt n:\n.a = vec3(1,2 3);\n");
+  EXPECT_EQ(delivered("# version: 2\rt n:\n.a = vec3(1,2 3);"),
+            "# version: 2\nt n:\n.a = vec3(1,2 3);\n");
+}
+
+// The scene of the check would keep all comments. Only a version can cause a diagnostic.
+TEST(ShortListSourceTest, LeavesOutOtherComments) {
+  EXPECT_EQ(delivered("# c\nt n: # time: 1\n.a = 1; # subversion: 2\n# versions\n"),
+            "t n:\n.a = 1;\n# subversion: 2\n");
+  EXPECT_EQ(delivered("t # c\nn;"), "t # c\nn;\n");
+  EXPECT_EQ(readShort("# c\n# version: x\nt n;").warningCount, 1U);
 }
 
 TEST(ShortListSourceTest, SplitsLongLists) {
@@ -138,7 +147,7 @@ using Parts = std::vector<std::string>;
 
 TEST(ShortListSourceTest, BeginsPartsWithDeclarations) {
   EXPECT_EQ(parts("t n; n.a = 1; # c\nn.b = m; t m: .a = 2; s o; o.a = 3;"),
-            (Parts{"t n;\nn.a = 1;\n# c\nn.b = m;\n", "t m:\n.a = 2;\n", "s o;\no.a = 3;\n"}));
+            (Parts{"t n;\nn.a = 1;\nn.b = m;\n", "t m:\n.a = 2;\n", "s o;\no.a = 3;\n"}));
   EXPECT_EQ(parts("t n; with n: .a = 1; t n; t m;"),
             (Parts{"t n;\nwith n:\n.a = 1;\nt n;\n", "t m;\n"}));
   EXPECT_EQ(parts("define n; t m; remove m; t m;"),

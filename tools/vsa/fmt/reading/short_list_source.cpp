@@ -24,6 +24,8 @@ constexpr std::size_t MAX_STATEMENT_BYTES = 1 << 20;
 // the list does not matter, because the scene keeps no elements (see beginBuffer() for the
 // exception).
 constexpr std::size_t LIST_BYTES = 32;
+// Only a comment that contains this text sets the version of the file.
+constexpr std::string_view VERSION_KEY = "version:";
 
 char lowerCase(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
@@ -148,6 +150,13 @@ void ShortListSource::endToken(const SyntaxToken& token) {
   ++tokenCount_;
   if (isWhole_ && tokenCount_ <= 3) endBeginning(token);
   const bool isComment = token.kind == SyntaxKind::Comment;
+  // The scene would keep all comments, but only a version can cause a diagnostic.
+  const bool hasNoEffect = isComment && tokenCount_ == 1 && isWhole_ &&
+                           statement_.find(VERSION_KEY) == std::string::npos;
+  if (hasNoEffect) {
+    statement_.clear();
+    return beginStatement();
+  }
   if (isComment || lastChar_ == ';' || lastChar_ == ':') endStatement();
 }
 
@@ -227,6 +236,10 @@ void ShortListSource::endStatement() {
   if (!isPartEnded_ && !endedEarly_) flush();
   if (endsBuffer_) (out_ += prefix_) += "[0] {};\n";
   endsBuffer_ = false;
+  beginStatement();
+}
+
+void ShortListSource::beginStatement() {
   isWhole_ = true;
   tokenCount_ = 0;
   bytesBefore_ = partBytes_;

@@ -23,8 +23,9 @@ namespace vsa_tools {
 /// only if reading the literal fails. After each buffer, long or short, there is an assignment of
 /// an empty buffer, so that the scene keeps no elements. Exceptions: a buffer with a count of 0 or
 /// with more than 1 MiB of its statement before it, and one that is appended to an array, as in
-/// `a.b[*] = ...`. They are not changed. Comments and the white space between tokens may move, so
-/// positions differ from those of the text. All other tokens are the same. The delivered text
+/// `a.b[*] = ...`. They are not changed. Comments without "version:" are not delivered, and the
+/// others and the white space between tokens may move, so positions differ from those of the text.
+/// All other tokens are the same. The delivered text
 /// depends only on the tokens.
 ///
 /// A long text is delivered in parts, and each part must be read into another scene. Each part but
@@ -68,6 +69,7 @@ class ShortListSource final : public vsa::Source {
   void endBeginning(const vsa::SyntaxToken& token);
   void endDeclaration(bool isWith);
   void endStatement();
+  void beginStatement();
   void change(std::string_view node);
   void declare(std::string_view node);
   void endPending();
