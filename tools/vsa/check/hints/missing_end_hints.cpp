@@ -218,9 +218,7 @@ void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Findin
     replace(finding, range, ";");
   } else if (source.front() == ',') {
     finding.hint = "a value is a single number; several are a list, such as `vec2(1 2)`";
-  } else if (hintForApostrophes(text, at, finding)) {
-    return;
-  } else if (hintForMissingQuote(text, at, finding)) {
+  } else if (hintForApostrophes(text, at, finding) || hintForMissingQuote(text, at, finding)) {
     return;
   } else if (isOpening(source)) {
     hintForUnclosed(text, range, finding);
