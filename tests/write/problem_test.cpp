@@ -59,7 +59,7 @@ TEST(WriteProblems, NamesWithANul) {
 
 TEST(WriteProblems, NamesOfOutputs) {
   for (const char* const name :
-       {"", "1", "a b", "a.b", "null", "a[x]", "a[", "a]", "a[0]b", "[0]"}) {
+       {"", "1", "a b", "a.b", "null", "a[x]", "a[", "a[2 ", "a]", "a[0]b", "[0]"}) {
     SceneBuilder made;
     made.input("x", AttrType::Null).connect(made.n.output(name));
     expectRefused(made.scene, "n", ".x", reasons::OUTPUT_NAME);
