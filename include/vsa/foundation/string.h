@@ -137,7 +137,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
   /// Whether the texts are equal. Upper and lower case letters differ. A `const char*` ends at its
   /// NUL and must not be null.
   bool operator==(const String& other) const noexcept {
-    return object() == other.object() || (!isKnownToDiffer(other) && hasCharactersOf(other));
+    return object() == other.object() || (!isKnownToDiffer(other) && view() == other.view());
   }
   bool operator==(const char* other) const noexcept { return view() == other; }
   /// The hash of the text; never 0. Equal texts have equal hashes in one process. Another process
@@ -256,8 +256,6 @@ class VSA_API String : public RefersTo<IRefCounted> {
     const std::uint64_t others = other.buffer()->hash.load(std::memory_order_relaxed);
     return mine != 0 && others != 0 && mine != others;
   }
-  // Whether the characters of two texts of the same length are equal.
-  bool hasCharactersOf(const String& other) const noexcept;
 };
 
 template <>

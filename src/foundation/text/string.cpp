@@ -15,7 +15,6 @@
 #include <vsa/foundation/string_vector.h>
 #include "foundation/base/white_space.h"
 #include "foundation/text/letter_case.h"
-#include "foundation/text/short_text.h"
 #include "foundation/text/string_slab.h"
 
 namespace zn {
@@ -140,12 +139,6 @@ String String::filled(StringBuffer* made, std::string_view text, std::uint64_t h
   std::memcpy(made->chars(), text.data(), text.size());
   made->hash.store(hash, std::memory_order_relaxed);
   return String(made);
-}
-
-// Compares short texts in words (see short_text.h). With memcmp instead, the benchmark links 100k
-// takes 5 % longer.
-bool String::hasCharactersOf(const String& other) const noexcept {
-  return detail::sameCharacters(buf(), other.buf(), len());
 }
 
 void String::assign(std::string_view text, std::uint64_t hash) {

@@ -5,7 +5,6 @@
 
 #include <vsa/foundation/char_class.h>
 #include "foundation/text/letter_case.h"
-#include "foundation/text/short_text.h"
 #include "vsa/lex/lexer_fast_path.h"
 #include "vsa/lex/token_scan.h"
 
@@ -144,7 +143,7 @@ inline const char* StatementScanner::endOfWord(const char* at) const noexcept {
 // Often `out` already has this name: successive statements are usually about one node.
 inline bool StatementScanner::name(const Place& place, String& out) {
   if (place.type != Type::Id) return false;
-  if (zn::detail::sameCharacters(out.view(), place.text())) return true;
+  if (out.view() == place.text()) return true;
   if (lexer_.texts().intern(place.text(), out) == Type::Id) return true;
   out = String();
   return false;

@@ -1,12 +1,10 @@
-// Tests of the functions that process several bytes of a short text at a time. The texts have every
-// length up to MAX_LENGTH. Most texts have a memory block of exactly their size, so that
-// AddressSanitizer detects an access past their end.
-#include "foundation/text/short_text.h"
-
+// Tests of Strings of every length up to MAX_LENGTH. The texts that are hashed have a memory block
+// of exactly their size, so that AddressSanitizer detects an access past their end.
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <vsa/foundation/string.h>
 
@@ -28,22 +26,23 @@ std::unique_ptr<char[]> exact(const std::string& text) {
   return copy;
 }
 
-TEST(ShortText, SameCharacters) {
+// Strings with a hash differ at once if their hashes do, so the Strings here have none.
+TEST(StringLengths, EqualIfAllCharactersAre) {
   for (std::size_t length = 0; length <= MAX_LENGTH; ++length) {
-    const std::string text = textOf(length);
-    const auto one = exact(text);
-    const auto other = exact(text);
-    EXPECT_TRUE(detail::sameCharacters(one.get(), other.get(), length)) << length;
-    for (std::size_t at = 0; at < length; ++at) {
-      other[at] = '_';
-      EXPECT_FALSE(detail::sameCharacters(one.get(), other.get(), length)) << length << ' ' << at;
-      other[at] = text[at];
+    std::string text = textOf(length);
+    const String one = String::copyOf(text);
+    EXPECT_EQ(one, String::copyOf(text)) << length;
+    EXPECT_NE(one, String::copyOf(text + "_")) << length;
+    for (char& c : text) {
+      const char kept = std::exchange(c, '_');
+      EXPECT_NE(one, String::copyOf(text)) << length << ' ' << kept;
+      c = kept;
     }
   }
 }
 
 // Every character affects the hash, and memory after the text does not.
-TEST(ShortText, HashesOfEveryLength) {
+TEST(StringLengths, HashesOfEveryLength) {
   for (std::size_t length = 0; length <= MAX_LENGTH; ++length) {
     const std::string text = textOf(length);
     const auto one = exact(text);
@@ -58,7 +57,7 @@ TEST(ShortText, HashesOfEveryLength) {
   }
 }
 
-TEST(ShortText, AssignOfEveryLengthOverEveryLength) {
+TEST(StringLengths, AssignOfEveryLengthOverEveryLength) {
   for (std::size_t first = 1; first <= MAX_LENGTH; ++first) {
     for (std::size_t second = 0; second <= MAX_LENGTH; ++second) {
       String text = String::copyOf(textOf(first));
@@ -73,7 +72,7 @@ TEST(ShortText, AssignOfEveryLengthOverEveryLength) {
   }
 }
 
-TEST(ShortText, AssignDoesNotChangeASharedText) {
+TEST(StringLengths, AssignDoesNotChangeASharedText) {
   String text = String::copyOf("abcdef");
   const String held = text;
   text.assign("uvwxyz");
