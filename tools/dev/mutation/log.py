@@ -2,7 +2,9 @@
 import pathlib
 import threading
 
-KNOWN = pathlib.Path(__file__).parents[1] / "mutate_survivors.txt"
+FOLDER = pathlib.Path(__file__).parents[1]
+KNOWN = FOLDER / "mutate_survivors.txt"
+RESULTS = FOLDER / "mutate_results.txt"
 # The share of killed mutants among those that are not equivalent.
 BAR = 92
 
@@ -35,11 +37,11 @@ class Log:
     is valid. Lines of mutants whose source line has changed since are not counted.
     """
 
-    def __init__(self, path, mutants, seed):
-        self.path, self.seed, self.lock = path, seed, threading.Lock()
+    def __init__(self, mutants, seed):
+        self.seed, self.lock = seed, threading.Lock()
         self.mutants = {mutant.identity(): mutant for stack in mutants.values() for mutant in stack}
         self.fates, self.outdated = {}, 0
-        for line in path.read_text().splitlines() if path.exists() else []:
+        for line in RESULTS.read_text().splitlines() if RESULTS.exists() else []:
             _, fate, identity = line.split("\t", 2)
             if identity in self.mutants:
                 self.fates[identity] = fate
@@ -50,7 +52,7 @@ class Log:
         return mutant.identity() in self.fates
 
     def add(self, mutant, fate):
-        with self.lock, open(self.path, "a") as file:
+        with self.lock, open(RESULTS, "a") as file:
             self.fates[mutant.identity()] = fate
             file.write(f"{self.seed}\t{fate}\t{mutant.identity()}\n")
 
