@@ -41,11 +41,11 @@ void checkPosition(const TextPosition& position, std::string_view text) {
 
 // Whether the diagnostic is about a link. Links are resolved after the last statement, and in the
 // order of the hash table of pending links. Their diagnostics are therefore not in the order of the
-// text.
+// text. They may also exceed the limit of diagnostics.
 bool isOfLink(const Diagnostic& found) {
-  return found.id == DiagnosticId::InvalidOutput || found.id == DiagnosticId::NoNodeToConnect ||
-         found.id == DiagnosticId::NoOutputToConnect || found.id == DiagnosticId::NoNodeToAssign ||
-         found.id == DiagnosticId::CannotAssignNode;
+  return found.limit == vsa::Limit::Diagnostics || found.id == DiagnosticId::InvalidOutput ||
+         found.id == DiagnosticId::NoNodeToConnect || found.id == DiagnosticId::NoOutputToConnect ||
+         found.id == DiagnosticId::NoNodeToAssign || found.id == DiagnosticId::CannotAssignNode;
 }
 
 void checkDiagnostics(const ReadOutcome& outcome, std::string_view text) {

@@ -372,6 +372,17 @@ TEST(ReadLimits, DiagnosticsEndTheReading) {
   EXPECT_EQ(result.scene.plain().nodeCount(), 0U);
 }
 
+TEST(ReadLimits, DiagnosticsOfLinksEndTheReadingAtTheStatementOfTheLink) {
+  const std::string text = "a x;\n x.r = Nobody;\n";
+  const ReadResult result = vsa::readText(text, limitedTo({.diagnostics = 0}));
+  EXPECT_EQ(result.limit, Limit::Diagnostics);
+  ASSERT_EQ(result.diagnostics.size(), 2U);
+  const vsa::TextRange& range = result.diagnostics.front().range;
+  EXPECT_EQ(result.diagnostics.front().id, vsa::DiagnosticId::OverLimit);
+  EXPECT_EQ(text.substr(range.begin.offset, range.end.offset - range.begin.offset),
+            "x.r = Nobody;");
+}
+
 TEST(ReadLimits, KeptDiagnosticsAreBoundedAndTheRestCounted) {
   std::string text;
   for (int i = 0; i < 100; ++i) text += "# version: x\n";

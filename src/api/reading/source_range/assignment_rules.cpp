@@ -87,6 +87,9 @@ Found RangeRules::overLimit() const {
       return tokens(firstInput() + 1, parts_.pathEnd);
     case Limit::Depth:
       return path();
+    case Limit::Diagnostics:
+      // The whole statement of a link, else the token that was read last.
+      return isNoticedBeforeStatement() ? statement() : std::nullopt;
     default:
       return std::nullopt;
   }

@@ -66,9 +66,9 @@ Found RangeRules::number(std::size_t list, const NumberField& field) const {
 // Returns the statement up to the token at which the problem was detected. For a link, `noticed` is
 // the start of the statement, and the function returns the whole statement.
 Found RangeRules::statement() const {
-  const bool isWhole = problem_.noticed <= tokens_[0].begin;
-  return tokens(
-      0, tokens_.countUpTo(isWhole ? std::numeric_limits<std::uint64_t>::max() : problem_.noticed));
+  const std::uint64_t end =
+      isNoticedBeforeStatement() ? std::numeric_limits<std::uint64_t>::max() : problem_.noticed;
+  return tokens(0, tokens_.countUpTo(end));
 }
 
 Found RangeRules::find() const {

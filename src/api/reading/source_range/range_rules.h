@@ -64,6 +64,8 @@ class RangeRules {
   Found unreadableNumber() const;
   Found overLimit() const;
 
+  // Whether no token of the statement was read, because its link is resolved later.
+  bool isNoticedBeforeStatement() const { return problem_.noticed <= tokens_[0].begin; }
   bool expects(std::string_view what) const {
     return problem_.diagnostic.argument("expected") == what;
   }
