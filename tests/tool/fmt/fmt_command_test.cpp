@@ -48,6 +48,35 @@ TEST_F(FmtCommandTest, DoesNotTouchAFormattedFile) {
   EXPECT_EQ(statusOf("find a.vsa -newermt 2002-01-01 | grep -q a"), 1);
 }
 
+// Nothing is written up to the first change. Then the beginning is copied from the old file.
+TEST_F(FmtCommandTest, ReplacesAFileWhoseBeginningIsFormatted) {
+  std::string beginning = "\xEF\xBB\xBF";
+  for (int i = 0; i < 30000; ++i) {
+    beginning += "sphere s" + std::to_string(i) + ":\n  .radius = 1.50;\n";
+  }
+  const std::pair<std::string, std::string> endings[] = {
+      {"sphere ball: .radius=2;", "sphere ball:\n  .radius = 2;\n"},
+      {"sphere ball:", "sphere ball:\n"},
+      {"\n\n", ""},
+  };
+  for (const auto& [ending, formatted] : endings) {
+    write("a.vsa", beginning + ending);
+    EXPECT_EQ(vsa("fmt -i a.vsa").status, 0) << ending;
+    EXPECT_EQ(content("a.vsa"), beginning + formatted) << ending;
+  }
+}
+
+// A file that is formatted already is only read, so a full disk does not matter.
+TEST_F(FmtCommandTest, WritesNothingForAFormattedFile) {
+  std::string text;
+  while (text.size() < 5000) text += "sphere s" + std::to_string(text.size()) + ";\n";
+  write("a.vsa", text);
+  EXPECT_EQ(statusOf("(ulimit -f 1; " VSA_COMMAND " fmt -i a.vsa)"), 0);
+  write("b.vsa", text + "sphere  last;\n");
+  EXPECT_NE(statusOf("(ulimit -f 1; " VSA_COMMAND " fmt -i b.vsa)"), 0);
+  EXPECT_EQ(content("b.vsa"), text + "sphere  last;\n");
+}
+
 TEST_F(FmtCommandTest, Check) {
   write("a.vsa", RAW);
   write("b.vsa", DONE);

@@ -79,7 +79,7 @@ class Formatting {
     return outcome;
   }
 
-  // Replaces the file by its formatted text. There are three passes, fewer if the text does not
+  // Replaces the file by its formatted text. There are three passes, one if the text does not
   // change, and one more if refusal() reads the file again. This thread reads the file and formats
   // the tokens that the reading gets. For a large file, another thread reads the formatted text
   // while this thread still writes it, and compares each token with the file, which it reads once
@@ -100,7 +100,10 @@ class Formatting {
     const CancelAtEnd ending(written);
     const OldText before = rewrite(replacement, written);
     if (before.refused) return *before.refused;
-    if (!before.isWritten) return failed(EXIT_USAGE, shown_, replacement.error());
+    if (!before.isWritten) {
+      const std::string problem = replacement.error();
+      return failed(EXIT_USAGE, shown_, problem.empty() ? "changed while it was read" : problem);
+    }
     if (!before.isChanged) return {};
     const NewText after = readingAfter.get();
     if (!after.hasSameTokens || after.reading != before.reading || isTooLong(newFile)) {
@@ -129,15 +132,15 @@ class Formatting {
   /// Reads the file, and writes the formatted text to the new file. Cancels `written` if the file
   /// cannot be read completely, or if the text does not differ from it or cannot be written.
   OldText rewrite(vsa::FileReplacement& replacement, GrowingFile& written) const {
-    TextFileSource whole(file_.descriptor());
+    TextFileSource whole(file_.descriptor()), beginning(file_.descriptor());
     ComparingSink comparison(whole);
-    GrowingSink both(replacement, comparison, written);
+    GrowingSink changes(replacement, comparison, beginning, written);
     OldText found;
-    found.isWritten = readAndFormat(both, found.reading);
+    found.isWritten = readAndFormat(changes, found.reading);
     found.refused = refusal(found.reading);
     found.isChanged = !comparison.isSame();
     if (!found.refused && found.isWritten && found.isChanged) {
-      both.end();
+      found.isWritten = changes.end();
     } else {
       written.cancel();
     }

@@ -1,7 +1,6 @@
 #include "tools/vsa/fmt/sinks.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace vsa_tools {
 
@@ -22,16 +21,34 @@ bool ComparingSink::isSame() {
 }
 
 bool GrowingSink::write(std::string_view text) {
-  if (written_.isCancelled() || !file_.write(text)) return false;
-  held_ += text.size();
+  if (written_.isCancelled()) return false;
   comparison_.write(text);
-  if (comparison_.hasDifference()) written_.add(std::exchange(held_, 0));
+  if (!comparison_.hasDifference()) {
+    same_ += text.size();
+    return true;
+  }
+  if (!copyBeginning() || !file_.write(text)) return false;
+  written_.add(text.size());
   return true;
 }
 
-void GrowingSink::end() {
-  written_.add(held_);
+bool GrowingSink::end() {
+  const bool isCopied = copyBeginning();
   written_.end();
+  return isCopied;
+}
+
+// Copies the bytes that are the same as in the old file.
+bool GrowingSink::copyBeginning() {
+  std::string block(same_ == 0 ? 0 : 256 << 10, '\0');
+  while (same_ > 0) {
+    const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(block.size(), same_));
+    const std::size_t got = old_.read({block.data(), count});
+    if (got == 0 || !file_.write({block.data(), got})) return false;
+    written_.add(got);
+    same_ -= got;
+  }
+  return true;
 }
 
 }  // namespace vsa_tools

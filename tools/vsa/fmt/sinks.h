@@ -31,25 +31,30 @@ class ComparingSink final : public vsa::Sink {
   bool isSame_ = true;
 };
 
-/// Writes a text to a new file, compares the text with the old file, and says how much another
-/// thread can read of the new file. The other thread sees no bytes before the first difference,
-/// because it does not have to read a new file that is the same as the old one.
+/// Writes a text to a new file if it differs from the old file, and says how much another thread
+/// can read of the new file. Writes nothing up to the first difference, because most files that are
+/// formatted do not change. Then the beginning is copied from the old file.
 class GrowingSink final : public vsa::Sink {
  public:
-  /// All arguments must outlive the object.
-  GrowingSink(vsa::Sink& file, ComparingSink& comparison, GrowingFile& written)
-      : file_(file), comparison_(comparison), written_(written) {}
+  /// `comparison` compares with the old file, and `old` reads the old file from its first byte. All
+  /// arguments must outlive the object.
+  GrowingSink(vsa::Sink& file, ComparingSink& comparison, vsa::Source& old, GrowingFile& written)
+      : file_(file), comparison_(comparison), old_(old), written_(written) {}
 
-  /// Returns false if the file cannot be written, or if `written` is cancelled.
+  /// Returns false if the file cannot be written, if the beginning of the old file cannot be read,
+  /// or if `written` is cancelled.
   bool write(std::string_view text) override;
-  /// Shows the other thread all bytes of the new file, and ends that file.
-  void end();
+  /// Ends the new file, which differs from the old one. Returns false in the cases of write().
+  bool end();
 
  private:
+  bool copyBeginning();
+
   vsa::Sink& file_;
   ComparingSink& comparison_;
+  vsa::Source& old_;
   GrowingFile& written_;
-  std::uint64_t held_ = 0;  // the number of bytes that the other thread does not see yet
+  std::uint64_t same_ = 0;  // the number of bytes at the beginning that are not written yet
 };
 
 class FileSink final : public vsa::Sink {
