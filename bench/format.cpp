@@ -1,4 +1,6 @@
-// Measures the elapsed time of vsa fmt relative to reading the same file, and its peak memory.
+// Measures the elapsed time of vsa fmt relative to reading the same file, and its peak memory. Each
+// measured run is a new process, as it is for a user: a process that has read the file once reads
+// it again in two thirds of the time, because the kernel has given it the memory already.
 // Formatting uses two threads, so the elapsed time is shorter if each thread has a processor.
 #include <sys/resource.h>
 #include <unistd.h>
@@ -11,6 +13,8 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <vsa/read.h>
 #include "bench/measure/comparison.h"
@@ -28,50 +32,59 @@ using vsa_tools::FormatMode;
 // The average size of a statement in the texts of small nodes.
 constexpr size_t BYTES_PER_STATEMENT = 35;
 
-// Returns the time of reading the file. Throws std::runtime_error if the file is not read
-// completely.
-double timeOfReading(const std::string& path) {
-  std::optional<vsa::ReadResult> result;
-  const double seconds = elapsed([&] { result = vsa::readFile(path.c_str()); });
-  requireCount("read", "complete files", result->isComplete() ? 1 : 0, 1);
-  return seconds;
-}
+// What a new process does with the file.
+enum class Work { Read, Check, Replace };
 
-double timeOfFormatting(const std::string& path, FormatMode mode) {
-  vsa_tools::FormatOutcome outcome;
-  const double seconds = elapsed([&] { outcome = vsa_tools::formatFile(path, mode); });
-  if (outcome.status > 1) throw std::runtime_error("vsa fmt failed: " + outcome.messages.at(0));
-  return seconds;
-}
-
-// Returns the peak memory of formatting in MiB. Formats in a new process, because this process has
-// already read the file.
-double megabytesOfFormatting(const std::string& program, const std::string& path) {
-  const std::string command = "\"" + program + "\" --format-once \"" + path + "\"";
-  std::FILE* const pipe = ::popen(command.c_str(), "r");
-  double megabytes = 0;
-  const bool isRead = pipe != nullptr && std::fscanf(pipe, "%lf", &megabytes) == 1;
-  const bool isEnded = pipe != nullptr && ::pclose(pipe) == 0;
-  if (!isRead || !isEnded) throw std::runtime_error("cannot measure the memory of vsa fmt");
-  return megabytes;
-}
-
-int formatOnce(const std::string& path) {
-  timeOfFormatting(path, FormatMode::Check);
+// Does the work in this process and prints its peak memory in MiB. Throws std::runtime_error if the
+// work fails.
+int runOnce(Work work, const std::string& path) {
+  if (work == Work::Read) {
+    const vsa::ReadResult result = vsa::readFile(path.c_str());
+    requireCount("read", "complete files", result.isComplete() ? 1 : 0, 1);
+  } else {
+    const FormatMode mode = work == Work::Check ? FormatMode::Check : FormatMode::Replace;
+    const vsa_tools::FormatOutcome outcome = vsa_tools::formatFile(path, mode);
+    if (outcome.status > 1) throw std::runtime_error("vsa fmt failed: " + outcome.messages.at(0));
+  }
   rusage usage{};
   ::getrusage(RUSAGE_SELF, &usage);
   std::printf("%.1f\n", static_cast<double>(usage.ru_maxrss) / 1024);
   return 0;
 }
 
-// Returns the time of formatting a copy of the file, which replaces the copy.
-double timeOfReplacing(const std::string& unformatted) {
-  const std::string copy = unformatted + ".copy";
-  fs::copy_file(unformatted, copy, fs::copy_options::overwrite_existing);
-  const double seconds = timeOfFormatting(copy, FormatMode::Replace);
-  fs::remove(copy);
-  return seconds;
-}
+// Starts this program again, to do one work in a new process.
+class NewProcess {
+ public:
+  explicit NewProcess(std::string program) : program_(std::move(program)) {}
+
+  double seconds(Work work, const std::string& path) const {
+    return elapsed([&] { megabytes(work, path); });
+  }
+
+  // Returns the elapsed time of formatting a copy of the file, which replaces the copy.
+  double secondsOfChange(const std::string& unformatted) const {
+    const std::string copy = unformatted + ".copy";
+    fs::copy_file(unformatted, copy, fs::copy_options::overwrite_existing);
+    const double taken = seconds(Work::Replace, copy);
+    fs::remove(copy);
+    return taken;
+  }
+
+  // Returns the peak memory of the process in MiB.
+  double megabytes(Work work, const std::string& path) const {
+    const std::string command = "\"" + program_ + "\" --only-run " +
+                                std::to_string(static_cast<int>(work)) + " --file \"" + path + "\"";
+    std::FILE* const pipe = ::popen(command.c_str(), "r");
+    double peak = 0;
+    const bool isRead = pipe != nullptr && std::fscanf(pipe, "%lf", &peak) == 1;
+    const bool isEnded = pipe != nullptr && ::pclose(pipe) == 0;
+    if (!isRead || !isEnded) throw std::runtime_error("cannot measure " + path);
+    return peak;
+  }
+
+ private:
+  std::string program_;
+};
 
 // Returns the text with a second blank before and after each "=". Formatting changes every
 // statement of it.
@@ -88,30 +101,27 @@ std::string widelySpaced(const std::string& text) {
 }
 
 void addRows(Report& report, const std::string& what, const std::string& path,
-             const std::string& unformatted, const std::string& program, size_t rounds) {
+             const std::string& unformatted, const NewProcess& process, size_t rounds) {
   const std::vector<double> seconds =
-      compare({{"read", [&] { return timeOfReading(path); }},
-               {"check", [&] { return timeOfFormatting(path, FormatMode::Check); }},
-               {"replace", [&] { return timeOfFormatting(path, FormatMode::Replace); }},
-               {"changed", [&] { return timeOfReplacing(unformatted); }}},
+      compare({{"read", [&] { return process.seconds(Work::Read, path); }},
+               {"check", [&] { return process.seconds(Work::Check, path); }},
+               {"replace", [&] { return process.seconds(Work::Replace, path); }},
+               {"changed", [&] { return process.secondsOfChange(unformatted); }}},
               rounds);
   constexpr double AIM = 1.5, LIMIT = 2;
-  report.rows.push_back({"elapsed, fmt --check over reading, " + what,
-                         Better::Low,
-                         "",
-                         {{seconds[1] / seconds[0], AIM, LIMIT}}});
-  report.rows.push_back({"elapsed, fmt -i unchanged over reading, " + what,
-                         Better::Low,
-                         "",
-                         {{seconds[2] / seconds[0], AIM, LIMIT}}});
-  report.rows.push_back({"elapsed, fmt -i changed over reading, " + what,
-                         Better::Low,
-                         "",
-                         {{seconds[3] / seconds[0], AIM, LIMIT}}});
+  const std::pair<const char*, double> timed[] = {{"fmt --check", seconds[1]},
+                                                  {"fmt -i unchanged", seconds[2]},
+                                                  {"fmt -i changed", seconds[3]}};
+  for (const auto& [name, time] : timed) {
+    report.rows.push_back({std::string("elapsed, ") + name + " over reading, " + what,
+                           Better::Low,
+                           "",
+                           {{time / seconds[0], AIM, LIMIT}}});
+  }
   report.rows.push_back({"peak memory, fmt --check, " + what,
                          Better::Low,
                          "MB",
-                         {{megabytesOfFormatting(program, path), 100, 200}}});
+                         {{process.megabytes(Work::Check, path), 100, 200}}});
 }
 
 void write(const fs::path& path, const std::string& text) {
@@ -124,17 +134,19 @@ void write(const fs::path& path, const std::string& text) {
 }  // namespace bench
 
 int main(int argc, char** argv) try {
-  std::string json, scratch = "/tmp", once;
+  std::string json, scratch = "/tmp", file;
+  std::optional<int> work;
   size_t rounds = 5, megabytes = 250;
   CLI::App app("Measures vsa fmt over reading.", "vsa_bench_format");
   app.add_option("--rounds", rounds, "Rounds of each comparison");
   app.add_option("--big", megabytes, "Size of the texts in MB");
   app.add_option("--scratch", scratch, "Folder for the files that are formatted");
   app.add_option("--json", json, "Also write the results to FILE")->type_name("FILE");
-  app.add_option("--format-once", once, "Only format FILE and print the memory that it takes")
-      ->type_name("FILE");
+  app.add_option("--only-run", work, "Only do the work of this number with the file of --file");
+  app.add_option("--file", file)->type_name("FILE");
   CLI11_PARSE(app, argc, argv);
-  if (!once.empty()) return bench::formatOnce(once);
+  if (work) return bench::runOnce(static_cast<bench::Work>(*work), file);
+  const bench::NewProcess process(argv[0]);
   bench::Report report;
   report.machine = bench::machineName();
   const std::filesystem::path path = std::filesystem::path(scratch) / "vsa_bench_format.vsa";
@@ -147,8 +159,8 @@ int main(int argc, char** argv) try {
     const std::string unformatted = path.string() + ".raw";
     std::filesystem::copy_file(path, unformatted,
                                std::filesystem::copy_options::overwrite_existing);
-    bench::timeOfFormatting(path, vsa_tools::FormatMode::Replace);
-    bench::addRows(report, size + (isGeo ? "geo" : "nodes"), path, unformatted, argv[0], rounds);
+    process.seconds(bench::Work::Replace, path);
+    bench::addRows(report, size + (isGeo ? "geo" : "nodes"), path, unformatted, process, rounds);
     std::filesystem::remove(unformatted);
   }
   std::filesystem::remove(path);

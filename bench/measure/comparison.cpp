@@ -9,19 +9,18 @@
 namespace bench {
 namespace {
 
-// Repeats the work until it has taken ENOUGH_SECONDS of processor time. Returns the mean time that
-// the candidate reports. Does not count the first run, because another candidate has left its data
-// in the heap and the caches.
+// Repeats the work until it has taken ENOUGH_SECONDS of the time that it measures. Returns the mean
+// time that the candidate reports. Does not count the first run, because another candidate has left
+// its data in the heap and the caches.
 double meanSeconds(const Candidate& candidate) {
   constexpr double ENOUGH_SECONDS = 0.05;
   candidate.read();
   double total = 0;
   size_t reads = 0;
-  const Stopwatch whole;
   do {
     total += candidate.read();
     ++reads;
-  } while (whole.seconds() < ENOUGH_SECONDS);
+  } while (total < ENOUGH_SECONDS);
   return total / static_cast<double>(reads);
 }
 
