@@ -185,6 +185,16 @@ TEST_F(ReadOnTest, TheStopOfTheReaderIsMarked) {
   EXPECT_NE(first.find("1 file checked: 1 error, 0 warnings\n"), std::string::npos) << first;
 }
 
+TEST_F(ReadOnTest, RulesStopWithTheReaderIfOnlyTheFirstMistakeIsWanted) {
+  write("a.vsa", "lamp a: .p = \"\\q\";\na.x = 1e-05;\na.s = \"\\q\";\n");
+  const std::string all = "check -q --format line a.vsa",
+                    first = "check -q --format line --first a.vsa";
+  EXPECT_NE(vsa(all).out.find("a.vsa:3:8: warning"), std::string::npos);
+  EXPECT_NE(vsa(first).out.find("a.vsa:1:15: warning"), std::string::npos);
+  EXPECT_NE(vsa(first).out.find("a.vsa:2:7: error"), std::string::npos);
+  EXPECT_EQ(vsa(first).out.find("a.vsa:3:"), std::string::npos);
+}
+
 TEST_F(ReadOnTest, OneMistakeWithSeveralWrongTokensIsReportedOnce) {
   const std::pair<const char*, std::vector<std::string>> texts[] = {
       {"lamp a: .x: 3;\n.y = 1;\n", {"1 [unrecognized-token]"}},

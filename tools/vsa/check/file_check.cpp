@@ -91,6 +91,7 @@ void FileCheck::read() {
   if (!text_.problem().empty()) consume(unreadable("reading failed midway: " + text_.problem()));
   const bool isStopped = outcome.status == vsa::ReadStatus::StoppedByError ||
                          outcome.status == vsa::ReadStatus::CutOff || cannotAllocate;
+  if (isStopped && stop && options_.isFirstOnly) lastOffset_ = stop->range.end.offset;
   if (isStopped && stop && !options_.isFirstOnly && text_.keep()) {
     readOnAfter(*stop);
   } else {
@@ -138,6 +139,7 @@ void FileCheck::applyRules(const RuleInput& input) {
   if (options_.isReaderOnly) return;
   followUps_.finish();
   const FindingConsumer deliver = [this](Finding&& finding) {
+    if (finding.range && finding.range->begin.offset > lastOffset_) return;
     if (!followUps_.contains(finding, text_.text())) consume(std::move(finding));
   };
   if (textRules_ != nullptr) {

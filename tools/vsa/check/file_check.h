@@ -25,8 +25,8 @@ namespace vsa_tools {
 /// The settings for checking a file.
 struct FileCheckOptions {
   const ReadArguments& reading;
-  /// Whether the text after the place where the reader stops is not read. The rules about texts are
-  /// applied to the whole text anyway.
+  /// Whether the text after the place where the reader stops is not read, and the findings of rules
+  /// behind that place are left out.
   bool isFirstOnly = false;
   /// Whether only the reader's diagnostics are findings, without rules and hints.
   bool isReaderOnly = false;
@@ -77,6 +77,8 @@ class FileCheck {
   const Consumer& consumer_;
   std::optional<Hints> hints_;  // set by the first diagnostic that needs it: most texts have none
   std::uint64_t stopLine_ = 0;
+  // The offset behind which the findings of rules are left out.
+  std::uint64_t lastOffset_ = std::numeric_limits<std::uint64_t>::max();
   FollowUps followUps_;
   std::vector<std::uint64_t> seen_;  // the keys of the findings of the reader
   // Null if the rules run after the reading. It is the last member, because its thread uses others.
