@@ -88,7 +88,9 @@ void FileCheck::read() {
   if (outcome.status == vsa::ReadStatus::OutOfMemory && !cannotAllocate) {
     consume(unreadable("reading it needs more memory than there is"));
   }
-  if (!text_.problem().empty()) consume(unreadable("reading failed midway: " + text_.problem()));
+  const bool isUnreadable = outcome.status == vsa::ReadStatus::Unreadable;
+  const std::string& problem = isUnreadable ? outcome.message : text_.problem();
+  if (!problem.empty()) consume(unreadable("reading failed midway: " + problem));
   const bool isStopped = outcome.status == vsa::ReadStatus::StoppedByError ||
                          outcome.status == vsa::ReadStatus::CutOff || cannotAllocate;
   if (isStopped && stop && options_.isFirstOnly) lastOffset_ = stop->range.end.offset;

@@ -1,0 +1,39 @@
+// Tests of the check of one file: what becomes of a file that cannot be read to its end.
+#include "tools/vsa/check/file_check.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "tests/tool/command_fixture.h"
+#include "tools/vsa/check/kinds.h"
+
+namespace vsa_tests {
+
+namespace {
+
+using FileCheckTest = CommandFixture;
+
+TEST_F(FileCheckTest, AFileThatDisappearsBeforeItIsReadIsUnreadable) {
+  write("a.vsa", "lamp a;\n");
+  const std::string path = (folder_ / "a.vsa").string();
+  vsa_tools::CheckedText text(path, 3);  // the text is too long to be kept
+  ASSERT_FALSE(text.isKept());
+  std::filesystem::remove(path);
+  const vsa_tools::ReadArguments reading;
+  const vsa_tools::FileCheckOptions options{reading};
+  const vsa_tools::RuleSet noRules([](const vsa_tools::Rule&) { return false; });
+  std::vector<std::string> ids;
+  const vsa_tools::FileCheck::Consumer consumer = [&](vsa_tools::Finding&& finding) {
+    ids.emplace_back(finding.id);
+    return true;
+  };
+  vsa_tools::FileCheck(text, options, noRules, consumer).run();
+  EXPECT_EQ(ids, std::vector<std::string>{std::string(vsa_tools::UNREADABLE_FILE)});
+}
+
+}  // namespace
+
+}  // namespace vsa_tests
