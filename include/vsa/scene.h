@@ -48,8 +48,8 @@ class VSA_API Scene {
   /// Returns the node with this name, which can then be changed. The result is missing if there is
   /// no such node.
   Node operator[](TextParameter node) noexcept;
-  /// Adds a node without inputs. Fails with BadName if no text can represent the type or the name.
-  /// Fails with NameTaken if the scene has a node with this name.
+  /// Adds a node without inputs. Fails with BadName if no text can represent the type or the name,
+  /// with NameTaken if the scene has a node with this name, and with TooMany or OutOfMemory.
   Added<Node> addNode(TextParameter type, TextParameter name) noexcept;
   /// Removes a node. Connections to its outputs are removed, too, and references to it become
   /// references to no node. Views of the node stay valid: see NodeView::isRemoved. Fails with
@@ -64,11 +64,11 @@ class VSA_API Scene {
   /// "version:". All further comments with "version:" are removed. If no comment contains
   /// "version:", the new comment is placed before all others.
   Status setFileVersion(std::uint64_t version) noexcept;
-  /// Sets the time. A comment sets a time if it contains "time:" and not "version:". The comment "#
-  /// time: ..." replaces the first comment that sets a time. All further comments that set a time
-  /// are removed. If no comment sets a time, the new comment is placed before all others. For an
-  /// empty time, the function only removes the comments that set a time. Fails with BadTime or
-  /// NulCharacter if no text can represent the time.
+  /// Sets the time. A comment sets a time if it contains "time:" and not "version:". The first
+  /// comment that sets a time is replaced by "# time: " and the time. All further comments that set
+  /// a time are removed. If no comment sets a time, the new comment is placed before all others.
+  /// For an empty time, the function only removes the comments that set a time. Fails with BadTime
+  /// or NulCharacter if no text can represent the time.
   Status setFileTime(TextParameter time) noexcept;
   /// Appends a comment of one line. If it does not begin with "#", the function adds "# " before
   /// it. A comment that contains "version:" or "time:" sets the version or the time, as it does in

@@ -139,8 +139,7 @@ String positionedLine(const String& kind, std::int32_t line, std::int32_t column
   return String::format("%s (%d,%d): %s.", kind.buf(), line, column, message.buf());
 }
 
-// Formats a message. The compiler has already checked the format against the types of the
-// arguments: see emitter.h.
+// Formats a message. See emitter.h for who checks the format against the types of the arguments.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 String formatMessage(const char* format, ...) {

@@ -60,8 +60,9 @@ struct MessageOf {
   DiagnosticId id;
 };
 
-/// Returns the text of a message. The function does not check the format: the constructor of
-/// MessageOf has checked it.
+/// Returns the text of a message. The function does not check the format. Emitter::log and
+/// Emitter::fatal pass formats that MessageOf has checked. All other callers must pass arguments
+/// that match the format.
 String formatMessage(const char* format, ...);
 
 /// Returns the log line "KIND (LINE,COLUMN): MESSAGE.". The function always appends a period, also

@@ -1,10 +1,10 @@
 // VsaParser: parses statements and applies them to the scene. Internal.
 //
 // A grammar function returns false and consumes nothing if the next tokens do not match its
-// production. It throws DiagnosticError if the first tokens match and a later token does not. Two
-// functions may also return false after they have consumed tokens: parseAssign if no right-hand
-// side follows the path, and `scalar` (also its part `tuple`) if the literal does not convert. In
-// this class, only parseText turns DiagnosticError into a result; other handlers throw it again.
+// production. It throws DiagnosticError if the first tokens match and a later token does not. Three
+// functions may also return false after they have consumed tokens: parseAssign if neither "=" nor
+// "|" follows the path, and `scalar` and its part `tuple` if the literal does not convert. In this
+// class, only parseText turns DiagnosticError into a result; other handlers throw it again.
 #pragma once
 
 #include <cstdarg>
@@ -152,8 +152,8 @@ class VsaParser {
   void prime();
   bool parseStatement();
 
-  // statement_simple.cpp: simple statements, which are recognised by StatementScanner and have no
-  // tokens.
+  // statement_simple.cpp: simple statements, which StatementScanner recognises without the ring of
+  // tokens. `convert` is in value_scalar.cpp.
 
   void parseSimpleStatements();
   bool begin(const SimpleStatement& statement) const;

@@ -100,9 +100,9 @@ class VSA_API RefCounted : public IRefCounted {
   void dispose() const noexcept override { delete this; }
 };
 
-/// A reference-counted handle with value semantics: copies share the object. A handle may be null.
-/// Several threads may use different handles of one object. If one thread assigns to a handle, no
-/// other thread may use that handle at the same time.
+/// A handle of a reference-counted object. Copies of a handle share the object. A handle may be
+/// null. Several threads may use different handles of one object. If one thread assigns to a
+/// handle, no other thread may use that handle at the same time.
 template <class T>
 class RefersTo {
  public:

@@ -52,7 +52,8 @@ class VSA_API StringBuffer final : public IRefCounted {
   bool isUnshared() const noexcept { return handles().isOne(); }
   /// Stops the counting of handles, so that the buffer is never deleted.
   void makeImmortal() noexcept { handles().makeImmortal(); }
-  /// Whether the buffer has room for `count` characters and may be overwritten.
+  /// Whether the buffer has room for `count` characters and is not in a slab, where characters are
+  /// never overwritten. Before the characters are overwritten, `isUnshared` must be checked, too.
   bool canHold(std::size_t count) const noexcept {
     return capacity_ < IN_SLAB && count <= capacity_;
   }

@@ -12,12 +12,13 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Resolves the path elements of one target path. A path element is an input name, a member name or
-/// an index.
+/// Resolves the path elements of the left-hand side of an assignment. A path element is an input
+/// name, a member name or an index.
 class PathResolver {
  public:
-  /// `valueType` is the type of the value to assign, or Null for a link. `emitter` has the position
-  /// of the statement. `session` may be null.
+  /// `valueType` is the type of the value to assign, or Null for a link. In one case, it is the
+  /// type of a literal that does not convert although a link is assigned: if the name of a node
+  /// follows the literal. `emitter` has the position of the statement. `session` may be null.
   PathResolver(interfaces::INode& node, std::span<const Token> path, AttrType valueType,
                const Emitter& emitter, ReadSession* session = nullptr)
       : node_(node), path_(path), valueType_(valueType), emitter_(emitter), session_(session) {}
@@ -25,15 +26,15 @@ class PathResolver {
   interfaces::INode& node() const noexcept { return node_; }
 
   /// Resolves the whole path. Returns null if the path has no path elements, or if the scene
-  /// neither finds nor creates the input of a path element. Throws DiagnosticError if an index is
-  /// neither `*` nor an integer from 0 to 2^64 - 1, or if the type of an object or array does not
-  /// fit the rest of the path. Does not check the type of a named input at the end of the path.
-  /// Throws the exceptions of the scene and of the session. Inputs created before the error remain
-  /// in the scene.
+  /// neither finds nor creates the input of a path element. Throws DiagnosticError if the index of
+  /// an array element is neither `*` nor an integer from 0 to 2^64 - 1, or if the type of an object
+  /// or array does not fit the rest of the path. Does not check the type of a named input at the
+  /// end of the path. Throws the exceptions of the scene and of the session. Inputs created before
+  /// the error remain in the scene.
   interfaces::IInput* resolve();
 
-  /// After `resolve`: if the path ends in an index, the input before this index, normally an array.
-  /// Otherwise null.
+  /// After `resolve` returned an input: if the path ends in an index, the input before this index,
+  /// normally an array. Otherwise null.
   interfaces::IInput* array() const noexcept { return array_; }
 
   /// After `resolve` returned an element of `array()`: the size of the array before `resolve`

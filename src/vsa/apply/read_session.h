@@ -237,7 +237,7 @@ class ReadSession {
  protected:
   ~ReadSession() { dropValue(); }
 
-  /// Raises the limit of memory.
+  /// Raises the limit of memory by `bytes`. The sum must not exceed Limits::NONE.
   void raiseMemory(std::uint64_t bytes) noexcept;
 
   /// Ends the reading, because it exceeds `budget`. Throws ReadStopped.

@@ -1,4 +1,4 @@
-// The messages about type mismatches between values and inputs. Internal.
+// The messages about values that do not fit their inputs. Internal.
 #pragma once
 
 #include <vsa/foundation/string.h>

@@ -24,8 +24,8 @@ enum class Form : std::uint8_t {
   Value,
   /// "{}" for an object without members.
   EmptyObject,
-  /// "[]" for an array without elements. The reader creates the array and reports that the array
-  /// accepts no value.
+  /// "[]" for an array without elements and without an element type. The reader creates the array
+  /// and reports that the array accepts no value.
   EmptyArray,
   /// A reference: "node" or "null".
   Reference,

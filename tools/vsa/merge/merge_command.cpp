@@ -104,8 +104,9 @@ void MergeCommand::addDefinitions(const Part& part, const NodeNames& names,
   }
 }
 
-// Returns a name that no text before has, and that is not in `used`. The search for a name begins
-// where the last one for the same name ended, because names that are taken remain so.
+// Returns a new name for `name`, such as "lamp_2": a name that is not in `used`, that no earlier
+// text has, and that no broken link refers to. The search begins at the number at which the last
+// search for `name` ended, because names that are taken remain so.
 std::string MergeCommand::otherName(const std::string& name, const std::set<std::string>& used) {
   for (int& number = nextNumbers_.try_emplace(name, 2).first->second;; ++number) {
     std::string other = name + '_' + std::to_string(number);

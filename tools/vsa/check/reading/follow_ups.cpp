@@ -79,8 +79,9 @@ FollowUps::Effect FollowUps::effectInStatement(std::uint64_t begin, std::string_
   return isSame ? next->effect : Effect::Other;
 }
 
-// Whether `range` is inside the range of a problem. Only the first line of a string counts: a
-// string that was not closed extends over other statements.
+// Whether `range` is inside the last problem that begins at or before the beginning of `range`. If
+// this problem begins with a quote, `range` must also end in its first line: a string that was not
+// closed extends over other statements.
 bool FollowUps::isInside(const vsa::TextRange& range, std::string_view text) const {
   auto next = std::upper_bound(
       problems_.begin(), problems_.end(), range.begin.offset,

@@ -41,8 +41,10 @@ class CheckedText {
   CheckedText(const CheckedText&) = delete;
   CheckedText& operator=(const CheckedText&) = delete;
 
-  /// Returns the system's message if the file cannot be opened or cannot be read to its end, and an
-  /// empty text otherwise. text() has the bytes that were read before the failure.
+  /// Returns the system's message if the file could not be opened, or if a read failed that keeps
+  /// bytes, or a read by readInto() from a pipe or device. Otherwise returns an empty text.
+  /// Failures of read(), lineAt(), and readInto() of a regular file that is not kept are not
+  /// included. text() has the bytes that were kept before the failure.
   const std::string& problem() const { return problem_; }
   /// Whether the file could be opened and its first byte could be read. An empty file is open.
   bool isOpen() const { return isOpen_; }

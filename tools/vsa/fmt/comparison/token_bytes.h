@@ -26,8 +26,9 @@ class TokenBytes {
   /// Consumes bytes. If there are no others, their memory is used again.
   void take(std::size_t count);
 
-  /// The numbers after the bytes, as in the result of plainNumbers(). The caller consumes numbers
-  /// by removing them from the view, but only if there are no bytes.
+  /// The numbers that follow bytes() in the text of the piece: what is left of the result of
+  /// plainNumbers(). If bytes() is empty, the caller may consume numbers: it removes them from the
+  /// beginning of the view.
   std::string_view& numbers() { return numbers_; }
   /// If there are no bytes, moves numbers to the bytes until there are `size` bytes.
   void moveNumbers(std::size_t size);

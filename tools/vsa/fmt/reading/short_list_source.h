@@ -37,7 +37,8 @@ class ShortListSource final : public vsa::Source {
   /// and 50 MB if it has links.
   static constexpr std::uint64_t PART_BYTES = 16 << 20;
 
-  /// Receives the tokens of the original text, one after another.
+  /// Receives the tokens of the original text, one after another. Receives a long token in pieces
+  /// (see vsa::SyntaxToken).
   using TokenObserver = std::function<void(const vsa::SyntaxToken&)>;
 
   /// `source` must outlive the last read. When a part has `partBytes` bytes, it ends before the
