@@ -28,11 +28,11 @@ constexpr KeywordAlias BUFFER_ALIASES[] = {
     {"quat", "quatf"},    {"mat3", "mat3f"},     {"mat4", "mat4f"},  {"rgba", "rgbaf"},
     {"rgb", "rgbf"},      {"point", "pos3f"},    {"normal", "vec3f"}};
 constexpr KeywordAlias TUPLE_ALIASES[] = {
-    {"rgb", "rgba"},   {"color", "rgba"},    {"colour", "rgba"}, {"vector", "vec3"},
-    {"point", "pos3"}, {"position", "pos3"}, {"vec2f", "vec2"},  {"vec3f", "vec3"},
-    {"vec4f", "vec4"}, {"vec2d", "vec2"},    {"vec3d", "vec3"},  {"vec4d", "vec4"},
-    {"pos3f", "pos3"}, {"quatf", "quat"},    {"mat3f", "mat3"},  {"mat4f", "mat4"},
-    {"rgbf", "rgba"},  {"rgbaf", "rgba"},    {"matrix", "mat4"}, {"quaternion", "quat"}};
+    {"rgb", "rgba"},   {"color", "rgba"},    {"colour", "rgba"},    {"vector", "vec3"},
+    {"point", "pos3"}, {"position", "pos3"}, {"vec2f", "vec2"},     {"vec3f", "vec3"},
+    {"vec4f", "vec4"}, {"vec2d", "vec2"},    {"vec3d", "vec3"},     {"vec4d", "vec4"},
+    {"pos3f", "pos3"}, {"quatf", "quat"},    {"mat3f", "mat3"},     {"mat4f", "mat4"},
+    {"rgbaf", "rgba"}, {"matrix", "mat4"},   {"quaternion", "quat"}};
 constexpr std::string_view TUPLE_KEYWORDS[] = {"vec2", "vec3", "vec4", "pos2", "pos3",
                                                "quat", "mat3", "mat4", "rgba"};
 
