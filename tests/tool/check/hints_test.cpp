@@ -285,6 +285,41 @@ TEST(Hints, SayWhatToDo) {
   }
 }
 
+// A node of a declared type has no other inputs, but any input may have new members.
+TEST(Hints, ReplaceTheFirstWordOfAPath) {
+  declareHintedLamp();
+  const std::string_view text = "hintedLamp d: .shape = \"spot\";\nd.shap.k = 1;";
+  const Finding finding = hintFor(text, vsa::readText(text));
+  EXPECT_EQ(edited(text, finding.edits), "hintedLamp d: .shape = \"spot\";\nd.shape.k = 1;");
+}
+
+// The names of types in other languages, and the keywords of this format.
+TEST(Hints, KnowTheTypesOfOtherLanguages) {
+  const std::pair<std::string, std::string> buffers[] = {
+      {"uint8", "byte"},    {"uchar", "byte"},     {"int8", "char"},   {"short", "int16"},
+      {"int", "int32"},     {"uint", "uint32"},    {"long", "int64"},  {"bool", "byte"},
+      {"float32", "float"}, {"float64", "double"}, {"real", "double"}, {"vec2", "vec2f"},
+      {"vec3", "vec3f"},    {"vec4", "vec4f"},     {"pos2", "pos2f"},  {"pos3", "pos3f"},
+      {"quat", "quatf"},    {"mat3", "mat3f"},     {"mat4", "mat4f"},  {"rgba", "rgbaf"},
+      {"rgb", "rgbf"},      {"point", "pos3f"},    {"normal", "vec3f"}};
+  const std::pair<std::string, std::string> tuples[] = {
+      {"rgb", "rgba"},   {"color", "rgba"},    {"colour", "rgba"},    {"vector", "vec3"},
+      {"point", "pos3"}, {"position", "pos3"}, {"vec2f", "vec2"},     {"vec3f", "vec3"},
+      {"vec4f", "vec4"}, {"vec2d", "vec2"},    {"vec3d", "vec3"},     {"vec4d", "vec4"},
+      {"pos3f", "pos3"}, {"quatf", "quat"},    {"mat3f", "mat3"},     {"mat4f", "mat4"},
+      {"rgbaf", "rgba"}, {"matrix", "mat4"},   {"quaternion", "quat"}};
+  const auto expectEdit = [](const std::string& before, const std::string& after) {
+    const Finding finding = hintFor(before, vsa::readText(before));
+    EXPECT_EQ(edited(before, finding.edits), after) << before;
+  };
+  for (const auto& [word, keyword] : buffers) {
+    expectEdit("m m: .v = " + word + "[1] {0};", "m m: .v = " + keyword + "[1] {0};");
+  }
+  for (const auto& [word, keyword] : tuples) {
+    expectEdit("m m: .v = " + word + "(0);", "m m: .v = " + keyword + "(0);");
+  }
+}
+
 TEST(Hints, HaveEditsThatRepairTheText) {
   declareHintedLamp();
   for (const HintRow& row : ROWS) {

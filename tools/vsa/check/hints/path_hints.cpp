@@ -21,18 +21,17 @@ void hintForNode(HintText& text, const vsa::TextRange& range, Finding& finding) 
   finding.hint = "declare the node before this line, such as `lamp " + std::string(name) + ";`";
 }
 
-// Adds a hint for an input path that leads to no input. The hint is about the last word of the
-// path, such as "radius" in "ball.radius". For a path with an index, it is about the array.
+// Adds a hint for an input path that leads to no input. The hint is about the first word of the
+// path, the input of the node, because any member can be created. For a path with an index, it is
+// about the array.
 void hintForInput(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string_view path = text.bytesOf(range);
   if (path.find('[') != std::string_view::npos) {
     finding.hint = "assign the first element before the whole array is connected";
     return;
   }
-  const std::size_t word = path.find_last_of('.') + 1;
-  vsa::TextRange last = range;
-  last.begin.offset += word;
-  suggest(finding, last, text.nearestInput(path.substr(word)));
+  const std::string_view word = path.substr(0, path.find('.'));
+  suggest(finding, text.rangeOf(word), text.nearestInput(word));
 }
 
 void hintForIndex(HintText& text, const vsa::TextRange& range, Finding& finding) {
