@@ -107,9 +107,10 @@ TEST(HostScene, BoundsWhatATextMakesOfFewCharacters) {
   vsa::HostScene scene;
   EXPECT_EQ(vsa::readTextInto(scene, "lamp a: .k[4000000000] = 1;").limit,
             vsa::Limit::EmptyElements);
-  std::string deep = "lamp b: .o";
-  for (int i = 0; i < 300; ++i) deep += ".o";
-  EXPECT_EQ(vsa::readTextInto(scene, deep + " = 1;").limit, vsa::Limit::Depth);
+  std::string deep;
+  for (int i = 0; i < 256; ++i) deep += ".o";
+  EXPECT_EQ(vsa::readTextInto(scene, "lamp b: " + deep + " = 1;").status, ReadStatus::Complete);
+  EXPECT_EQ(vsa::readTextInto(scene, "lamp c: " + deep + ".o = 1;").limit, vsa::Limit::Depth);
   std::string dense = "lamp c;";
   for (int i = 0; i < 1000; ++i) dense += "c.k[" + std::to_string(i) + "] = 1;";
   vsa::HostScene other;

@@ -133,6 +133,21 @@ TEST(OutlineReaderTest, AgreesOnRandomTexts) {
   }
 }
 
+TEST(OutlineReaderTest, AgreesOnEveryWayToWriteTheEqualsSign) {
+  constexpr Text CHARACTERS = " =|.;1";
+  for (const char a : CHARACTERS) {
+    for (const char b : CHARACTERS) {
+      for (const char c : CHARACTERS) {
+        for (const Text path : {"n.i", "n.i[*]", ".i", ".i[0]"}) {
+          const std::string text = std::string(path) + a + b + c + "1; t n;";
+          SCOPED_TRACE(text);
+          expectSameStatements(text);
+        }
+      }
+    }
+  }
+}
+
 // Both readers deliver a long statement in the same parts. A path may be longer than a part.
 TEST(OutlineReaderTest, AgreesOnLongStatements) {
   constexpr int MANY = 40000;

@@ -254,7 +254,7 @@ TEST_F(WriteFile, ClosedDescriptorLeavesTheOldFile) {
 TEST_F(WriteFile, ReplacesNothingAfterAFailure) {
   vsa::FileReplacement unopened;
   EXPECT_FALSE(unopened.replace());
-  EXPECT_NE(unopened.error(), "");
+  EXPECT_EQ(unopened.error(), "no file is open");
   vsa::FileReplacement failed;
   EXPECT_FALSE(failed.open(folder / "nosuch" / "a.vsa"));
   const std::string reason = failed.error();

@@ -5,6 +5,7 @@
 
 #include <bit>
 #include <limits>
+#include <utility>
 
 #include "tests/write/round_trip.h"
 #include "tests/write/scene_builder.h"
@@ -26,6 +27,39 @@ const double OTHER_NAN = std::bit_cast<double>(std::uint64_t{0x7FF8000000000001}
 constexpr const char* BAD_NAMES[] = {"",     "1a",    "a b",   "a.b",   "a-b", "true",
                                      "NULL", "False", "a\xFF", "\xFF",  "a\n", "#",
                                      "a[0]", "\"a\"", "a;",    "nu ll", " a",  "a\x01"};
+
+TEST(WriteProblems, TextsOfTheReasons) {
+  const std::pair<const char*, const char*> texts[] = {
+      {reasons::NODE_NAME, "the name of the node is not an identifier"},
+      {reasons::NODE_TYPE, "the type of the node is not an identifier"},
+      {reasons::INPUT_NAME, "the name is not an identifier"},
+      {reasons::FORMER_INPUT, "the name is a former name of another input of this node type"},
+      {reasons::OUTPUT_NAME, "the name of the connected output is not an identifier"},
+      {reasons::FORMER_OUTPUT,
+       "the name of the connected output is a former name of another output of that node type"},
+      {reasons::NO_OUTPUT, "the connected node's type no longer declares the output"},
+      {reasons::LINKED_NODE_NAME, "the linked node has no name and type that a text can carry"},
+      {reasons::FOREIGN_NODE, "the linked node is in another scene"},
+      {reasons::INFINITE_REAL, "plus infinity stands in lists only, not alone"},
+      {reasons::NAN_REAL, "the only not-a-number that stands alone is -nan"},
+      {reasons::NAN_BITS, "a not-a-number keeps its sign only, not its other bits"},
+      {reasons::UNTYPED_BUFFER, "the buffer has no element type"},
+      {reasons::HOST_ELEMENTS, "buffers of this element type are for hosts only"},
+      {reasons::BUFFER_SIZE, "the buffer's memory does not fit its count and its element type"},
+      {reasons::LATE_UNTYPED_BUFFER,
+       "an earlier element of the array has no element type and would get the one of this buffer"},
+      {reasons::TYPED_EMPTY_ARRAY, "no element gives the array its element type"},
+      {reasons::MIXED_ELEMENT, "the type of the element is not that of its array"},
+      {reasons::UNDECLARED_INPUT, "the node type does not declare the input"},
+      {reasons::DECLARED_TYPE, "the node type declares the input with another type"},
+      {reasons::REFUSED_VALUE, "the node type declares the input to take links only"},
+      {reasons::COMMENT,
+       "the comment does not begin with \"#\", or has a line end, a NUL byte or a byte 0xFF"},
+      {reasons::VERSION, "the comments say another version"},
+      {reasons::TIME, "the comments say another time"},
+  };
+  for (const auto& [found, expected] : texts) EXPECT_STREQ(found, expected);
+}
 
 TEST(WriteProblems, NamesOfNodesAndTypes) {
   for (const char* const name : BAD_NAMES) {

@@ -120,6 +120,8 @@ TEST_F(DiffTest, Tolerances) {
        {"--tolerance -1", "--tolerance nan", "--relative NaN", "--relative x", "--tolerance"}) {
     EXPECT_EQ(2, vsa(std::string("diff ") + bad + " a.vsa b.vsa").status) << bad;
   }
+  const std::string notANumber = vsa("diff --tolerance nan a.vsa b.vsa").err;
+  EXPECT_NE(std::string::npos, notANumber.find("not a number")) << notANumber;
 }
 
 // Two NaN differ if their signs do, so the sign is shown.
@@ -156,6 +158,16 @@ TEST_F(DiffTest, Json) {
   const auto same = vsa("diff --json a.vsa a.vsa");
   EXPECT_EQ(0, same.status);
   EXPECT_EQ("{\"a\":\"a.vsa\",\"b\":\"a.vsa\",\"differences\":[],\"same\":true}\n", same.out);
+}
+
+TEST_F(DiffTest, JsonNamesTheKindsOfNodeDifferences) {
+  write("a.vsa", "a gone: .x = 1; a kept; a same;");
+  write("b.vsa", "a made: .x = 2; b kept; a same;");
+  EXPECT_EQ(nlohmann::json::parse(R"([
+      {"kind": "node-removed", "nodeA": "gone"},
+      {"kind": "node-type", "nodeA": "kept", "nodeB": "kept", "a": "a", "b": "b"},
+      {"kind": "node-added", "nodeB": "made"}])"),
+            nlohmann::json::parse(vsa("diff --json a.vsa b.vsa").out)["differences"]);
 }
 
 TEST_F(DiffTest, TroubleIsTwo) {

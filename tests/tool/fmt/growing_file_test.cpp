@@ -4,8 +4,10 @@
 
 #include <future>
 #include <string>
+#include <string_view>
 
 #include "tools/vsa/fmt/growing_file.h"
+#include "tools/vsa/fmt/sinks.h"
 
 namespace vsa_tools {
 
@@ -60,6 +62,23 @@ TEST(GrowingFileTest, WakesTheReaderWhenItIsCancelled) {
   EXPECT_TRUE(growing.isCancelled());
   growing.add(3);
   EXPECT_EQ(contentOf(file.get(), growing), "");
+}
+
+TEST(ComparingSinkTest, ComparesBlocksOfAnySize) {
+  const FilePointer file(std::tmpfile());
+  ASSERT_GE(std::fputs("abc", file.get()), 0);
+  std::fflush(file.get());
+  const auto isSame = [&](std::initializer_list<std::string_view> blocks) {
+    TextFileSource source(::fileno(file.get()));
+    ComparingSink sink(source);
+    for (const std::string_view block : blocks) sink.write(block);
+    return sink.isSame();
+  };
+  EXPECT_TRUE(isSame({"a", "b", "c"}));
+  EXPECT_TRUE(isSame({"ab", "c"}));
+  EXPECT_FALSE(isSame({"ab"}));
+  EXPECT_FALSE(isSame({"ab", "d"}));
+  EXPECT_FALSE(isSame({"abc", "d"}));
 }
 
 }  // namespace

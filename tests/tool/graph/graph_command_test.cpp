@@ -134,6 +134,26 @@ TEST_F(GraphTest, WithoutGraphvizItSaysWhatIsMissing) {
   EXPECT_EQ(0, statusOf("PATH=/nowhere " VSA_COMMAND " graph a.vsa >stdout.txt"));
 }
 
+TEST_F(GraphTest, AFailureOfGraphvizIsAnError) {
+  write("a.vsa", "lamp sun;");
+  write("dot", "#!/bin/sh\nexit 1\n");
+  EXPECT_EQ(2,
+            statusOf("chmod +x dot; PATH=.:$PATH " VSA_COMMAND " graph --svg a.vsa 2>stderr.txt"));
+  EXPECT_EQ("vsa: dot failed\n", content("stderr.txt"));
+}
+
+TEST_F(GraphTest, NodesWithALinkAndNodesThatItLeadsToAreDifferentGroups) {
+  std::string text;
+  for (int i = 0; i < 100; ++i) {
+    const std::string number = std::to_string(i);
+    text += "part from" + number + ": .next = to" + number + ";\npart to" + number + ";\n";
+  }
+  write("a.vsa", text);
+  const std::string dot = graph("a.vsa");
+  expectHas(dot, "200 nodes, 100 links, 2 groups");
+  expectHas(dot, "[label=\"100 × part\\nfrom0, ...\"");
+}
+
 TEST_F(GraphTest, HostileNames) {
   const std::string name =
       "\xC2\x9B"

@@ -87,6 +87,7 @@ TEST_F(StatsTest, PrintsTables) {
        {"a.vsa\n\nText ", "Data          124 B, ", "Comments      2 (17 B)\n",
         "Links         2 made (1 references, 1 connections), 1 broken\n",
         "Longest path  c.keys[0].time (14 bytes)\n", "  mesh             2  66.7 %\n",
+        "Inputs by type  of nodes  of objects  of arrays\n",
         "  Vec3f                        2         3  36 B         29.0 %\n",
         "  m.points      24 B         19.4 %  vec3f[2] 0 1 2 3 ...\n"}) {
     EXPECT_NE(std::string::npos, run.out.find(part)) << part << "\n" << run.out;

@@ -100,7 +100,8 @@ const RuleRow RULE_ROWS[] = {
     {"empty-last-block", "lamp sun;\n«mesh m:»\n# the end\n", "lamp sun;\nmesh m: .x = 1;\n"},
     {"empty-last-block", "«mesh m:»", "mesh m:\n.x = 1\n.y = 2;\n"},
     {"assigned-twice", "lamp sun: .x = 1;\n.y = 2;\n«sun.x» = 3;\n",
-     "lamp sun: .x = 1;\nremove sun;\nlamp sun: .x = 1; .k[*] = 2; .k[*] = 2;\n"},
+     "lamp sun: .x = 1;\nremove sun;\nlamp sun: .x = 1; .k[*] = 2; .k[*] = 2;\n"
+     "lamp moon: .k[0] = 1; .k[*] = 2; .k[3] = 1; .k[*] = 2;\n"},
     {"assigned-twice", "lamp sun: .x |= a.b;\n«.x» |= a.c;\na a;\n",
      "lamp sun: .x = 1;\n.x |= a.c;\na a;\n"},
     {"set-and-connected", "lamp sun: .x = 1;\n«.x» |= a.c;\na a;\n",
