@@ -56,10 +56,11 @@ class StatementCursor {
   /// Moves to the end of the last statement that begins before `offset`.
   void moveTo(std::string_view text, std::size_t offset) {
     while (true) {
-      const Statement next = nextStatement(text, at_);
+      const Statement next = nextStatement(text, at_, offset);
       if (next.begin >= offset || next.begin >= text.size()) return;
       push(next.begin);
-      if (next.terminator == ':') with_ = nameBefore(text, next.end - 1);
+      const std::string_view statement = text.substr(next.begin, next.end - next.begin);
+      if (next.terminator == ':') with_ = nameBefore(statement, statement.size() - 1);
       at_ = next.end;
     }
   }

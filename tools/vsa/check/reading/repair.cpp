@@ -27,22 +27,40 @@ bool isInsideStatement(std::string_view text, const Statement& region) {
   return rest.find('\n') == std::string_view::npos;
 }
 
-/// The statement that contains the byte at `offset`, up to the place where reading continues.
-Statement regionAt(std::string_view text, std::size_t offset, std::size_t scanFrom) {
-  Statement region = nextStatement(text, scanFrom);
-  while (region.end <= offset && region.end < text.size()) {
-    region = nextStatement(text, region.end);
+/// Returns the statement that begins at `begin`, as nextStatement() does. If it ends at a colon
+/// that is inside what was meant as one statement, the end is the next one.
+Statement meantStatement(std::string_view text, std::size_t begin, std::size_t limit) {
+  Statement meant = nextStatement(text, begin, limit);
+  if (meant.terminator != ':' || !isInsideStatement(text, meant)) return meant;
+  const std::size_t behind = std::min(text.find_first_not_of(':', meant.end), text.size());
+  const Statement rest = nextStatement(text, behind, limit);
+  meant.end = rest.end;
+  meant.terminator = rest.terminator;
+  return meant;
+}
+
+/// Returns the beginning of the statement that contains the byte at `offset`.
+std::size_t beginOfStatementAt(std::string_view text, std::size_t offset, std::size_t scanFrom) {
+  Statement found = nextStatement(text, scanFrom, offset + 1);
+  while (found.end <= offset && found.end < text.size()) {
+    found = nextStatement(text, found.end, offset + 1);
   }
-  if (region.terminator == ':' && isInsideStatement(text, region)) {
-    const std::size_t behind = std::min(text.find_first_not_of(':', region.end), text.size());
-    const Statement rest = nextStatement(text, behind);
-    region.end = rest.end;
-    region.terminator = rest.terminator;
+  return found.begin;
+}
+
+/// Returns the statement at `begin` that contains the byte at `offset`, up to the place where
+/// reading continues. Many statements of a text may have no end, so the end is sought in steps that
+/// double, until it or that place is found.
+Statement regionAt(std::string_view text, std::size_t begin, std::size_t offset) {
+  for (std::size_t limit = offset + 256;; limit += limit - begin) {
+    Statement region = meantStatement(text, begin, limit);
+    const std::size_t end = resumePoint(text, region);
+    const bool isWhole = region.terminator != 0 || region.end < limit || limit >= text.size();
+    if (end == region.end && !isWhole) continue;
+    if (end < region.end) region.terminator = 0;
+    region.end = end;
+    return region;
   }
-  const std::size_t end = resumePoint(text, region);
-  if (end < region.end) region.terminator = 0;
-  region.end = end;
-  return region;
 }
 
 /// Returns whether the reader accepts the grammar of a statement. Missing nodes and inputs do not
@@ -101,10 +119,10 @@ void Repair::restore() {
 }
 
 bool Repair::replace(const vsa::Diagnostic& fatal, std::size_t offset, std::size_t scanFrom) {
-  const Statement region = regionAt(text(), offset, scanFrom);
-  lastBegin_ = region.begin;
-  int& step = steps_[region.begin];
-  hasReplacedNothing_ = region.begin == region.end || step == 3;
+  const std::size_t begin = beginOfStatementAt(text(), offset, scanFrom);
+  lastBegin_ = begin;
+  int& step = steps_[begin];
+  hasReplacedNothing_ = begin == text().size() || step == 3;
   const bool isFirst = step == 0;
   if (isEndOfBlock(fatal, offset)) {
     byteAt(offset) = ' ';
@@ -114,16 +132,19 @@ bool Repair::replace(const vsa::Diagnostic& fatal, std::size_t offset, std::size
   }
   const bool isOpenString = openStringBefore(text(), offset).has_value();
   if (step == 0 && !isOpenString &&
-      (repairConflict(offset) || repairBlock(fatal, region, offset) ||
-       repairCharacter(fatal, offset) || repairSemicolons(fatal, offset) ||
-       repairEnd(fatal, region))) {
+      (repairConflict(offset) || repairBlock(fatal, begin, offset) ||
+       repairCharacter(fatal, offset) || repairSemicolons(fatal, offset))) {
+    step = 1;
+    return true;
+  }
+  const Statement region = regionAt(text(), begin, offset);
+  if (step == 0 && !isOpenString && repairEnd(fatal, region)) {
     step = 1;
     return true;
   }
   if (step < 2) {
     // Several semicolons without a statement before them are one mistake.
-    const std::string_view rest = text().substr(region.begin);
-    if (rest.starts_with(";;")) steps_.try_emplace(region.begin + 1, 1);
+    if (text().substr(begin).starts_with(";;")) steps_.try_emplace(begin + 1, 1);
     addSuspects(region);
     keepDeclaration(region);
     replaced_.push_back(region);
@@ -143,15 +164,14 @@ bool Repair::repairConflict(std::size_t offset) {
 
 // Reads "TYPE NAME {" and "TYPE NAME = {" as "TYPE NAME :". A node without a type or without a name
 // is declared for "TYPE {". The statements in the block are then read as well.
-bool Repair::repairBlock(const vsa::Diagnostic& fatal, const Statement& region,
-                         std::size_t offset) {
+bool Repair::repairBlock(const vsa::Diagnostic& fatal, std::size_t begin, std::size_t offset) {
   const std::size_t open = blockAt(fatal, offset);
   if (open >= text().size()) return false;
   const std::string_view name = nameBefore(text(), offset);
   const auto nameBegin = static_cast<std::size_t>(name.data() - text().data());
   if (name.empty()) return false;
   const bool hasType = !nameBefore(text(), nameBegin).empty();
-  if (!hasType && nameBegin != region.begin) return false;
+  if (!hasType && nameBegin != begin) return false;
   blank(offset, open + 1);
   if (hasType) {
     byteAt(offset) = ':';

@@ -65,7 +65,7 @@ class Repair {
   static constexpr std::size_t PADDING = 1024;
 
   bool repairConflict(std::size_t offset);
-  bool repairBlock(const vsa::Diagnostic& fatal, const Statement& region, std::size_t offset);
+  bool repairBlock(const vsa::Diagnostic& fatal, std::size_t begin, std::size_t offset);
   std::size_t blockAt(const vsa::Diagnostic& fatal, std::size_t offset) const;
   bool declareUnknown(const Statement& region);
   /// Whether the diagnostic is about the "}" of a block that was repaired.

@@ -134,7 +134,7 @@ Text nameBefore(Text text, std::size_t end) {
   return text.substr(begin, end - begin);
 }
 
-Statement nextStatement(Text text, std::size_t from) {
+Statement nextStatement(Text text, std::size_t from, std::size_t limit) {
   Statement found;
   found.begin = skipBlanks(text, from);
   if (found.begin < text.size() && text[found.begin] == '#') {
@@ -147,8 +147,9 @@ Statement nextStatement(Text text, std::size_t from) {
     return found;
   }
   std::size_t at = found.begin;
-  while (at < text.size() && text[at] != ';' && text[at] != ':') at = endOfToken(text, at);
-  if (at < text.size()) found.terminator = text[at++];
+  const Text searched = text.substr(0, limit);
+  while (at < searched.size() && text[at] != ';' && text[at] != ':') at = endOfToken(searched, at);
+  if (at < searched.size()) found.terminator = text[at++];
   found.end = at;
   return found;
 }

@@ -23,7 +23,10 @@ struct Statement {
 /// Returns the first statement or comment that begins at `from` or later. If there is none, returns
 /// an empty statement at the end of the text. A `;` ends a statement even in a list. A `:` or `;`
 /// in a string or comment does not. A comment of another format, such as "// text", is a statement.
-Statement nextStatement(std::string_view text, std::size_t from);
+/// If a statement that begins before `limit` does not end before it, its end is there, and its
+/// terminator is 0.
+Statement nextStatement(std::string_view text, std::size_t from,
+                        std::size_t limit = std::string_view::npos);
 
 /// Returns whether a conflict marker begins at `at`: a line such as "<<<<<<< HEAD", which a merge
 /// of two versions leaves in a file.
