@@ -22,6 +22,15 @@ TEST_F(ConvertTypesTest, UpgradesFormerNames) {
   EXPECT_NE(run.out.find("  .color |= sun.outColor;\n"), std::string::npos) << run.out;
 }
 
+TEST_F(ConvertTypesTest, RefusesATypesFileThatDoesNotEnd) {
+  write("a.vsa", "lamp a;\n");
+  for (const char* command : {"convert", "check"}) {
+    const CommandOutcome run = vsa(std::string(command) + " --types /dev/zero a.vsa");
+    EXPECT_EQ(run.status, 2) << command;
+    EXPECT_EQ(run.err, "vsa: /dev/zero: larger than 64 MiB\n") << command;
+  }
+}
+
 TEST_F(ConvertTypesTest, RefusesADamagedTypesFile) {
   write("a.vsa", "lamp sun;");
   write("types.json", "{\"types\": ");

@@ -10,7 +10,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <limits>
 #include <stdexcept>
 #include <thread>
 
@@ -53,17 +52,21 @@ void keepFreedMemory() {
 // takes 0.05 ms to start, and a text of this size takes about 1 ms to read.
 constexpr std::size_t MIN_CONCURRENT_BYTES = std::size_t{1} << 20;
 
+// The maximum size in bytes of the file of --types, which may be a device that does not end.
+constexpr std::uint64_t MAX_TYPES_BYTES = std::uint64_t{64} << 20;
+
 std::string counted(std::uint64_t number, const char* what) {
   return std::to_string(number) + ' ' + what + (number == 1 ? "" : "s");
 }
 
-/// Reads the node types of --types. Throws std::runtime_error if the file cannot be read or is not
-/// a valid description of types. After Ctrl-C, which may have ended the reading early, returns no
-/// types.
+/// Reads the node types of --types. Throws std::runtime_error if the file cannot be read, is too
+/// large, or is not a valid description of types. After Ctrl-C, which may have ended the reading
+/// early, returns no types.
 std::vector<vsa::TypeDescription> readTypesFile(const std::string& path) {
-  const CheckedText text(path, std::numeric_limits<std::uint64_t>::max());
+  const CheckedText text(path, MAX_TYPES_BYTES);
   if (isInterrupted()) return {};
   if (!text.problem().empty()) throw std::runtime_error(path + ": " + text.problem());
+  if (!text.isKept()) throw std::runtime_error(path + ": larger than 64 MiB");
   vsa::TypesResult result = vsa::readTypes(text.text());
   if (!result.isValid()) {
     throw std::runtime_error(path + ':' + std::to_string(result.place.line) + ':' +
