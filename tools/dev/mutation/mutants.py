@@ -125,5 +125,7 @@ def drawn(mutants, seed, users):
         files = [file for file, stack in mutants.items() if stack]
         chance.shuffle(files)
         for file in files:
-            if chance.random() * len(users(file)) < WIDE_HEADER:
+            if not users(file):
+                mutants[file].clear()  # only tests include the header
+            elif chance.random() * len(users(file)) < WIDE_HEADER:
                 yield mutants[file].pop()
