@@ -169,6 +169,7 @@ constexpr HintRow ROWS[] = {
     {"lamp sun: .p = ;", "a value is missing"},
     {"lamp sun: .p = # watts\n2;", "behind the semicolon"},
     {"lamp sun: .v = vec3(1 2);", "for them write `vec2`"},
+    {"lamp sun: .v[9999999] = 1;", "assign the elements in order, or use a buffer"},
     {"lamp sun: .v = mat4(1 0 0 0 1 0 0 0 1);", "for them write `mat3`"},
     {"lamp sun: .v = mat3((1 0 0)(0 1 0)(0 0 1));", "put blanks between them",
      "lamp sun: .v = mat3((1 0 0) (0 1 0) (0 0 1));"},
@@ -291,6 +292,23 @@ TEST(Hints, ReplaceTheFirstWordOfAPath) {
   const std::string_view text = "hintedLamp d: .shape = \"spot\";\nd.shap.k = 1;";
   const Finding finding = hintFor(text, vsa::readText(text));
   EXPECT_EQ(edited(text, finding.edits), "hintedLamp d: .shape = \"spot\";\nd.shape.k = 1;");
+}
+
+// A name is near if at most a third of the letters of the written name differ, and at most three.
+TEST(Hints, NearNamesHaveFewOtherLetters) {
+  const auto isNear = [](std::string_view written, std::string_view name) {
+    vsa_tools::NearestName nearest(written);
+    nearest.consider(name);
+    return nearest.found().has_value();
+  };
+  EXPECT_TRUE(isNear("abc", "abX"));
+  EXPECT_FALSE(isNear("abc", "aXX"));
+  EXPECT_TRUE(isNear("abcdef", "abcdXX"));
+  EXPECT_FALSE(isNear("abcdef", "abcXXX"));
+  EXPECT_TRUE(isNear("abcdefghi", "abcdefXXX"));
+  EXPECT_FALSE(isNear("abcdefghi", "abcdeXXXX"));
+  EXPECT_TRUE(isNear("abcdefghijklmno", "abcdefghijklXXX"));
+  EXPECT_FALSE(isNear("abcdefghijklmno", "abcdefghijkXXXX"));
 }
 
 // The names of types in other languages, and the keywords of this format.

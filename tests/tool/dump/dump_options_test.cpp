@@ -95,6 +95,40 @@ TEST_F(DumpOptionsTest, PrettyIsTheSameJson) {
   EXPECT_TRUE(text.ends_with("\n}\n"));
 }
 
+TEST_F(DumpOptionsTest, PrettyWritesListsOfNumbersInOneLine) {
+  write("a.vsa", "t n: .l[*] = 1; .b = vec2f[1] {1 2};");
+  const std::string text = vsa("dump --pretty --select n a.vsa").out;
+  const std::string nodes = R"(  "nodes": [
+    {
+      "type": "t",
+      "name": "n",
+      "inputs": [
+        {
+          "name": "l",
+          "type": "Array",
+          "elementType": "Int",
+          "elements": [
+            {
+              "type": "Int",
+              "value": 1
+            }
+          ]
+        },
+        {
+          "name": "b",
+          "type": "Buffer",
+          "bufferType": "Vec2f",
+          "count": 1,
+          "value": [1, 2]
+        }
+      ]
+    }
+  ]
+}
+)";
+  EXPECT_TRUE(text.ends_with(nodes)) << text;
+}
+
 TEST_F(DumpOptionsTest, PrettyWrapsLongLists) {
   std::string numbers;
   for (int i = 0; i < 500; ++i) numbers += std::to_string(i) + ' ';

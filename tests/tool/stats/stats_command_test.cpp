@@ -94,6 +94,14 @@ TEST_F(StatsTest, PrintsTables) {
   }
 }
 
+TEST_F(StatsTest, OtherWarningsAreNoBrokenLinks) {
+  write("a.vsa", "lamp a: .k = 1; .k = 2.5; .k = a; .l = none; .m |= a.b; # version: x\n");
+  const auto run = vsa("stats a.vsa");
+  EXPECT_NE(std::string::npos,
+            run.out.find("Links         1 made (0 references, 1 connections), 2 broken\n"))
+      << run.out;
+}
+
 TEST_F(StatsTest, DamagedFilesAreCountedAsFarAsTheyWereRead) {
   write("bad.vsa", "lamp sun;\nlamp moon: .power = 2.5;\n42;\nlamp lost;\n");
   write("nul.vsa", std::string("lamp sun;\n# x\0y\n", 16));
