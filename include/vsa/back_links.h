@@ -14,7 +14,8 @@ namespace vsa {
 /// removed nodes are not in the index. The constructor visits every input, element and member of
 /// the other nodes twice. Later changes of the scene do not change the index. On 64-bit systems,
 /// the index takes 8 bytes for each link, and 8 bytes for each node that was ever created. While
-/// the constructor runs, it takes another 8 bytes for each node.
+/// the constructor runs, it takes another 8 bytes for each node, and memory proportional to the
+/// largest number of elements and members inside one input of a node.
 class VSA_API BackLinks {
  public:
   /// An index without links.

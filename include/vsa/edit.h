@@ -124,8 +124,9 @@ class Input : public InputView {
                            BufferMemory memory) const noexcept;
   /// Removes the value. The type of the input is then Null. An input that the node type declares is
   /// an exception: the function fails with TakesNoValue if it accepts links only, and with
-  /// DeclaredType if its type is not Null. For an element of an array with an element type, it
-  /// fails with OtherElementType.
+  /// DeclaredType if its type is not Null. The latter includes an input that is declared with the
+  /// type Null and has become a reference or an object. For an element of an array with an element
+  /// type, the function fails with OtherElementType.
   VSA_API Status clear() const noexcept;
 
   // Links. The functions with a node fail with Missing if the node is missing, with Removed if it

@@ -1,6 +1,6 @@
 // The entry points of the plain interface. Each function reads one VSA text into a scene.
 //
-//   zn::korvo_sdk::Scene scene;
+//   zn::korvo_sdk::Scene scene;  // needs <vsa/model/scene.h>
 //   const bool read = zn::korvo_sdk::impl::parseVsa(&scene, zn::File::open("scene.vsa"), false);
 #pragma once
 
@@ -21,9 +21,9 @@ struct ReadReport {
   /// while parsing STRING". It is empty if nothing was cut off.
   String cutOff;
   /// The line and the column of the last character that the lexer has read. Both count from 1,
-  /// columns in bytes. If it has read no character, the line is 1 and the column is 0. The lexer
-  /// reads ahead, so this position can be after the statement that failed. The numbers wrap around
-  /// after 2^31 - 1.
+  /// columns in bytes. If the text is empty, the line is 1, and the column is 0 for a File and 1
+  /// for a String. The lexer reads ahead, so this position can be after the statement that failed.
+  /// The numbers wrap around after 2^31 - 1.
   int line = 0;
   int column = 0;
 };

@@ -86,8 +86,9 @@ struct AppliedCounts {
   /// If several statements set the reference or the connection of one input, only the last counts.
   /// It is 0 if `linksResolved` is false.
   std::uint64_t links = 0;
-  /// Whether the reader has read the whole text and tried to resolve each of its links. Links to
-  /// nodes or outputs that do not exist were not made.
+  /// Whether the reader has read the text to its end and tried to resolve each of its links. If a
+  /// read fails, the text ends there: the result can then be true, although the status is
+  /// Unreadable. Links to nodes or outputs that do not exist were not made.
   bool linksResolved = false;
 };
 

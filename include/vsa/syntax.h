@@ -6,9 +6,10 @@
 //   vsa::SyntaxStatement statement;
 //   while (statements.next(statement)) use(statement.kind, statement.tokens);
 //
-// The tokens have the same boundaries as the tokens of vsa::readText. The text may be invalid:
-// bytes that vsa::readText rejects become a token of the kind Invalid or Unterminated. Between two
-// tokens there are only white space and characters that the format skips like white space.
+// The tokens have the same boundaries as the tokens of vsa::readText. The text may be invalid: a
+// byte that cannot begin a token, a list with an invalid byte, and a string or list without an end
+// become tokens of the kinds Invalid and Unterminated. Between two tokens there are only white
+// space and characters that the format skips like white space.
 //
 // A text is in memory or comes from a Source. For a Source, a SyntaxReader needs a buffer of 256
 // KiB only: it returns a longer token in pieces. It does not call Source::error: a read that fails
@@ -175,7 +176,10 @@ enum class StatementKind : std::uint8_t {
   Define,       ///< `define settings;`
   Assignment,   ///< `ball.radius = 1.0;`, `.material = clay;`
   Connection,   ///< `ball.color |= dusk.outColor;`
-  Malformed,  ///< Any other statement, at which vsa::readText stops, or a part of a long statement.
+  /// Any other statement, or a part of a long statement. vsa::readText stops at such a statement,
+  /// except in one case: a number or tuple that does not convert stands before a valid reference or
+  /// buffer, as in `ball.radius = 1-2 clay;`.
+  Malformed,
 };
 
 /// Returns the name of a kind in kebab case, such as "assignment". Returns "unknown" for any other
@@ -185,7 +189,8 @@ VSA_API const char* name(StatementKind kind) noexcept;
 /// A statement: all tokens up to a semicolon or a colon, or one comment that is not inside a
 /// statement. A statement is Malformed if there is a comment inside it, or if the text ends inside
 /// it. The reader splits a long statement, so that its memory is limited: after 65536 tokens, and
-/// for a text from a Source also after 16 MiB of characters. Each part is Malformed.
+/// for a text from a Source also after 16 MiB of stored characters. Of a long token, only the first
+/// piece is stored, so a long list does not split its statement. Each part is Malformed.
 struct SyntaxStatement {
   /// The kind of the statement.
   StatementKind kind = StatementKind::Malformed;

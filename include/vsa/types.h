@@ -63,13 +63,18 @@ struct [[nodiscard]] TypesResult {
 
 /// Reads type descriptions from JSON (RFC 8259). A byte order mark is skipped. A text has a problem
 /// if it is not JSON, contains a member that the schema does not have, lacks the member "types", or
-/// contains a value of the wrong type. "elements" of an input that is neither an Array nor a
-/// Buffer, "values" of an input that is not a String (unless the list is empty), a "max" that is
-/// less than "min", a current name that is not the name of an output or input (see docs/types.md),
-/// a name that an object contains twice, a number that is too large for a double, and a value
-/// inside more than 32 objects and arrays are problems, too. If there is a problem, the result
-/// contains no types. Bytes above 0x7F in strings are accepted unchanged. The memory needed is
-/// proportional to the size of the text. Throws std::bad_alloc and no other exception.
+/// contains a value of the wrong type. These are problems, too:
+/// - "elements" of an input that is neither an Array nor a Buffer
+/// - "values" of an input that is not a String, unless the list is empty
+/// - a "max" that is less than "min"
+/// - a current name that is not the name of an output or input (see docs/types.md)
+/// - a name that an object contains twice
+/// - a number that is too large for a double
+/// - an escape sequence that is only half of a surrogate pair
+/// - a value inside more than 32 objects and arrays
+/// If there is a problem, the result contains no types. Bytes above 0x7F in strings are accepted
+/// unchanged. The memory needed is proportional to the size of the text. Throws std::bad_alloc and
+/// no other exception.
 VSA_API TypesResult readTypes(std::string_view json);
 
 /// Declares the types for the whole process: see zn::korvo_sdk::registerNodeType. The nodes of

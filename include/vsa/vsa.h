@@ -13,7 +13,8 @@
 //
 // Namespace zn contains the plain interface. It is for programs that implement their own scene (see
 // <vsa/scene/scene_interface.h>), and for programs that call the entry points of the reader
-// directly. For such a program, <vsa/parse.h> is enough.
+// directly. Such a program needs only <vsa/parse.h> and, for the library's scene,
+// <vsa/model/scene.h>.
 //
 //   zn::korvo_sdk::Scene scene;
 //   const bool read = zn::korvo_sdk::impl::parseVsa(&scene, zn::File::open("scene.vsa"), false);

@@ -59,7 +59,9 @@ typedef enum vsa_status {
   VSA_UNREADABLE, /* the file could not be opened or read to its end; the path or text is null; or
                    * the buffer to load is not at its position */
   VSA_CANCELLED,  /* the progress function returned 0 */
-  VSA_OVER_LIMIT, /* the text exceeds a limit; see vsa_reading_limit */
+  /* The text exceeds a limit; see vsa_reading_limit. The reading has ended there, except if the
+   * limit is one of memory and only buffers are too large: these stay empty, the rest is read. */
+  VSA_OVER_LIMIT,
   VSA_OUT_OF_MEMORY,  /* memory ran out, or the progress function threw std::bad_alloc */
   VSA_HOST_EXCEPTION, /* the progress function threw a C++ exception other than std::bad_alloc */
   VSA_WRONG_USE       /* nothing was read: the options were not initialised by vsa_options_init, or
@@ -137,9 +139,10 @@ typedef struct vsa_options {
 /* Sets all options to their defaults. Does nothing if `options` is null. */
 VSA_C_API void vsa_options_init(vsa_options* options);
 
-/* Reads the file at `path`, or the `length` bytes at `text`. If `options` is null, the defaults
- * apply. If `path` or `text` is null, the status is VSA_UNREADABLE. Returns a reading, which the
- * caller frees with vsa_free. Returns null only if there is no memory for a reading. */
+/* Reads the file at `path`, or the `length` bytes at `text`. A byte order mark is skipped in a
+ * file, but not at `text`: there, its bytes are letters of the first word. If `options` is null,
+ * the defaults apply. If `path` or `text` is null, the status is VSA_UNREADABLE. Returns a reading,
+ * which the caller frees with vsa_free. Returns null only if there is no memory for a reading. */
 VSA_C_API vsa_reading* vsa_read_file(const char* path, const vsa_options* options);
 VSA_C_API vsa_reading* vsa_read_text(const char* text, size_t length, const vsa_options* options);
 /* Frees the reading, its scene and everything that functions have returned about it. Does nothing
@@ -177,7 +180,7 @@ typedef struct vsa_counts {
 VSA_C_API int vsa_reading_counts(const vsa_reading* reading, vsa_counts* out);
 
 /* A place in the text. The offset counts bytes from 0. The line counts from 1. The column counts
- * bytes from 1. */
+ * bytes from 1. A byte order mark at the beginning of a file is not part of the text. */
 typedef struct vsa_position {
   uint64_t offset, line, column;
 } vsa_position;

@@ -52,7 +52,7 @@ struct Diagnostic {
   /// Whether the log line contains a line and a column.
   bool hasPosition() const noexcept { return *rowOf(id).kind != '\0'; }
   /// The label before the position, such as "PARSE ERROR" or "INVALID PAREN LIST TOKEN". It is
-  /// empty for messages without a position.
+  /// empty if the log line has no position.
   VSA_API String kind() const;
   /// The log line, such as "PARSE ERROR (4,9): invalid input array index: [].".
   VSA_API String logLine() const;
@@ -82,8 +82,9 @@ class VSA_API ScopedDiagnosticSink {
   DiagnosticSink* previous_;
 };
 
-/// The exception for a fatal diagnostic. An entry point throws it if one of the first three tokens
-/// contains an invalid character. `what()` is the log line up to its first NUL.
+/// The exception for a fatal diagnostic. parseString and parseVsa throw it if one of the first
+/// three tokens contains an invalid character. The reading functions of namespace vsa do not throw
+/// it. `what()` is the log line up to its first NUL.
 class VSA_API DiagnosticError : public std::runtime_error {
  public:
   explicit DiagnosticError(const Diagnostic& diagnostic);

@@ -77,7 +77,7 @@ class VSA_API File : public RefersTo<RefCounted> {
   /// Returns the bytes that the next calls of `read` would return. If no byte is buffered, the
   /// function first reads a block. The result is empty only at the end, on an error, if the file is
   /// not open, and while its source reads. The bytes are valid until the next call of `read` or
-  /// `fill`.
+  /// `fill` through any handle of the file, and only as long as the file has a handle.
   Window fill();
   /// Skips the first `count` bytes of the last `fill`, or all of them if `fill` returned fewer.
   void skip(std::size_t count) noexcept;

@@ -1,6 +1,6 @@
-// The log of the plain interface: warnings and errors as lines of text. The reading functions of
-// namespace vsa return their diagnostics and write nothing to it. The host sets the sink that
-// receives them.
+// The log of the plain interface: warnings and errors as lines of text. The host sets the sink that
+// receives these lines. The reading functions of namespace vsa return their diagnostics and write
+// nothing to the log.
 #pragma once
 
 #include <vsa/foundation/api.h>

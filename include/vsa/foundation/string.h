@@ -112,7 +112,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
   static String adopt(ds::Vector<char>&& chars);
   /// Does the same, but takes all characters and does not search for a NUL.
   static String adoptWhole(ds::Vector<char>&& chars);
-  /// Changes this text to a copy of `text`, which must not be a part of this text. Reuses the
+  /// Changes this text to a copy of `text`, which must not be a part of this text. May reuse the
   /// buffer if no other handle shares it and the characters fit. Otherwise makes a new one, and
   /// then `buf()` changes.
   void assign(std::string_view text) { assign(text, 0); }

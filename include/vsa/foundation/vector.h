@@ -12,10 +12,11 @@
 
 namespace zn::ds {
 
-/// Whether an object of type T can be moved to another address by copying its bytes, without
-/// destroying the original. This is true for types that own memory through pointers and contain no
-/// pointers into themselves. A vector of such elements grows with realloc, which can move a large
-/// block without copying it. Specialise this constant next to the definition of T.
+/// Whether a vector may move an object of type T to another address by copying its bytes, without
+/// destroying the original. Such a vector grows with realloc, which can move a large block without
+/// copying it. By default, the constant is true only for trivially copyable types. It may be
+/// specialised as true, next to the definition of T, if T owns memory through pointers and contains
+/// no pointers into itself.
 template <class T>
 inline constexpr bool MOVES_AS_BYTES = std::is_trivially_copyable_v<T>;
 

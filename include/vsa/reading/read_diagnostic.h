@@ -80,7 +80,8 @@ struct Diagnostic {
   std::string inputPath;
   /// The bytes that caused the problem. If something is missing in the text, the range is empty. If
   /// the bytes are not known, the range is the last byte of the token at which the parser detected
-  /// the problem.
+  /// the problem. If the problem is found before the parse begins, such as a file that is too long,
+  /// the range is empty and at the beginning of the text.
   TextRange range;
   /// If the problem concerns one number of a list: the index of this number in the list, from 0.
   std::optional<std::uint64_t> numberIndex;

@@ -80,7 +80,8 @@ enum class BufferMode : std::uint8_t {
   /// Converts them to buffers.
   Read,
   /// Checks their keywords and element counts, but not their numbers, and allocates no memory for
-  /// them. Each input gets an empty buffer with the type of the elements.
+  /// the elements. Each input gets an empty buffer with the type of the elements. The list of a
+  /// literal is in memory while it is the current token, and ReadLimits::memory applies to it.
   /// ReadOutcome::skippedBuffers contains the range of each literal of a kept node. loadBuffer
   /// reads a literal later.
   Skip,
@@ -122,7 +123,9 @@ struct ReadOptions {
   /// A link from a kept node to a dropped node is removed. If the scene already has a node that the
   /// lists do not select, the node does not change. Statements for it are checked as for a new node
   /// with its name and type. The limit of empty elements applies to kept nodes and to dropped nodes
-  /// separately.
+  /// separately. If the scene is one of a host, dropped nodes are checked as in a new scene of the
+  /// library, with the default limits of that scene. Their diagnostics can then differ from those
+  /// that the host's scene would cause.
   std::vector<std::string> wantedNames;
   std::vector<std::string> wantedTypes;
 };

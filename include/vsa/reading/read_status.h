@@ -15,9 +15,9 @@ enum class ReadStatus : std::uint8_t {
   /// The text ends at a byte 0xFF, or inside a statement, a string or a list. No error before the
   /// end has ended the reading. ReadOutcome::applied tells whether the links were resolved.
   CutOff,
-  /// The file or source could not be opened or read to its end, or the path or text is null. Or
-  /// another reading into the same scene has not ended yet. Or loadBuffer has not found the same
-  /// literal.
+  /// The file or source could not be opened or read to its end, the path or text is null, or the
+  /// path contains a NUL. Or another reading into the same scene has not ended yet. Or loadBuffer
+  /// has not found the same literal.
   Unreadable,
   Cancelled,    ///< The progress callback returned false.
   OverLimit,    ///< The text exceeds a limit; see ReadOutcome::limit.

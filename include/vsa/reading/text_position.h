@@ -20,8 +20,8 @@ struct TextPosition {
   friend bool operator==(const TextPosition&, const TextPosition&) = default;
 };
 
-/// The bytes from `begin` up to, but not including, `end`. An empty range marks a place where
-/// something is missing. `end.offset` is at most the length of the text.
+/// The bytes from `begin` up to, but not including, `end`. An empty range marks a place. In
+/// most cases, something is missing there. `end.offset` is at most the length of the text.
 struct TextRange {
   TextPosition begin;
   TextPosition end;

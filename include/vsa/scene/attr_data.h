@@ -13,7 +13,7 @@ namespace zn::korvo_sdk {
 /// The payload of a buffer value. It is a plain value and does not own the memory: see AttrData.
 struct BufferValue {
   unsigned char* memory;  ///< `bytes` bytes from malloc, calloc or realloc; null if `count` is 0.
-  std::uint64_t count;    ///< The number of elements; 0 for a literal that the reader skips.
+  std::uint64_t count;    ///< The number of elements; 0 for a skipped literal or one over a limit.
   std::uint64_t bytes;    ///< `count` times the bytes of one element. It never overflows.
   DataType type;          ///< The type of the elements.
   std::int64_t reserved;  ///< Always 0.

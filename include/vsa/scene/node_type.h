@@ -1,6 +1,7 @@
-// Node types that a host declares. A declared type is closed: its nodes have exactly the declared
-// inputs and outputs. An undeclared type is open: its nodes have every input and output that a text
-// names.
+// Node types that a host declares. In a scene of the library, the nodes of a declared type have
+// exactly the declared inputs and outputs. An undeclared type is open: its nodes have every input
+// and output that a text names. In a scene of a host, a declaration has only one effect: the reader
+// replaces former names by current names.
 #pragma once
 
 #include <string>

@@ -126,9 +126,9 @@ class VSA_API IInput {
   /// that cannot refer to a node.
   virtual void setNode(INode* node) = 0;
 
-  // Reference counting. The reader stores pointers to inputs until it resolves their links after
-  // the last statement. A scene can count these pointers. It need not count them if its inputs
-  // exist as long as the scene.
+  // Pending links. The reader stores pointers to inputs until it resolves their links after the
+  // last statement. The next two functions tell the scene which inputs have a pending link. A scene
+  // need not override them, because its inputs exist as long as the scene (see above).
 
   /// Called for the first pending connection of an input and for its first pending reference. An
   /// input with both gets two calls.

@@ -33,9 +33,9 @@ VSA_API std::string describe(BufferProblem problem, ElementType found, ElementTy
 }  // namespace detail
 
 /// The elements of a buffer as a contiguous range. An element is a `T`, or a `std::array<T, N>` if
-/// N > 1. The range is valid until the input with the buffer gets another value or is removed. If
-/// the elements of the buffer have another type, the range is empty and problem() returns the
-/// reason.
+/// N > 1. The range is valid until the input with the buffer gets another value or is removed, or
+/// its scene is destroyed. If the elements of the buffer have another type, the range is empty and
+/// problem() returns the reason.
 template <class T, std::size_t N = 1>
 requires BufferElement<T, N>
 class TypedBuffer {
@@ -55,7 +55,7 @@ class TypedBuffer {
   TypedBuffer(BufferProblem problem, ElementType found) noexcept
       : problem_(problem), found_(found) {}
 
-  /// The first element. It is null if there is no buffer, and may be null if the buffer has no
+  /// The first element. It is null if problem() is not None, and may be null if the buffer has no
   /// elements.
   const Element* data() const noexcept { return data_; }
   /// The number of elements.
@@ -89,7 +89,7 @@ class TypedBuffer {
 };
 
 /// The elements of a buffer of any type. They are valid until the input with the buffer gets
-/// another value or is removed.
+/// another value or is removed, or its scene is destroyed.
 class BufferView {
  public:
   /// The view of an input that does not exist.

@@ -49,7 +49,8 @@ constexpr ElementType componentTypeOf() noexcept {
 
 }  // namespace detail
 
-/// Whether a buffer can have elements with N numbers of type T.
+/// Whether there are buffers of numbers of type T, and N is not 0. The concept does not check
+/// whether there is an ElementType with N such numbers.
 template <class T, std::size_t N = 1>
 concept BufferElement = N >
 0 && detail::componentTypeOf<T>() != ElementType::Null;
