@@ -92,6 +92,16 @@ TEST(CInterface, ReportsTheLinksInProgress) {
   EXPECT_EQ(last.links_total, 3U);
 }
 
+TEST(CInterface, DeliversEachNodeOnce) {
+  const Reading reading("lamp a; lamp b; lamp c; remove b;", nullptr);
+  std::string names;
+  for (const vsa_node* node = vsa_first_node(reading); node != nullptr && names.size() < 10;
+       node = vsa_next_node(node)) {
+    names += vsa_node_name(node).data;
+  }
+  EXPECT_EQ(names, "ac");
+}
+
 TEST(CInterface, KeepsTheWantedNodesAndTheHeader) {
   const char* const names[] = {"b", nullptr};
   const char* const types[] = {"mesh"};

@@ -151,6 +151,7 @@ constexpr HintRow ROWS[] = {
     {"b b: .m = clay.out;\nc clay;", "written with `|=`", "b b: .m |= clay.out;\nc clay;"},
     {"b b: .m = \"k=v\".out;", "a value ends here"},
     {"lamp sun: .l = \"a\" \"b\";", "a value is one string"},
+    {"\"key lamp\" sun;", "names and types have no quotes"},
     // Wrong values.
     {"lamp sun: .p = 1e-05;", "write `1.0e-05`", "lamp sun: .p = 1.0e-05;"},
     {"lamp sun: .p = 9e99999;", "this is not a number"},

@@ -63,6 +63,8 @@ constexpr TypeRow TYPE_ROWS[] = {
     {"wrong-input-type", "lamp a: .power = 1; .count = «2.5»;", "lamp a: .power = 1; .count = 2u;"},
     {"wrong-input-type", "lamp a: .power = 1; .color = «mat3(1 0 0 0 1 0 0 0 1)»;",
      "lamp a: .power = 1; .color = vec3(1 0 0);"},
+    {"wrong-input-type", "lamp a: .power = «mat4(1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1)»;",
+     "lamp a: .power = 1; .color = vec4(1 0 0 1);"},
     {"wrong-input-type", "lamp a: .power = 1; .ids = «float[1] {1}»;",
      "lamp a: .power = 1; .ids = int32[1] {1};"},
     {"wrong-input-type", "lamp a: .power = 1; .keys[*] = «1»;",

@@ -120,6 +120,8 @@ TEST_F(DiffTest, Tolerances) {
        {"--tolerance -1", "--tolerance nan", "--relative NaN", "--relative x", "--tolerance"}) {
     EXPECT_EQ(2, vsa(std::string("diff ") + bad + " a.vsa b.vsa").status) << bad;
   }
+  const std::string negative = vsa("diff --tolerance -1 a.vsa b.vsa").err;
+  EXPECT_NE(std::string::npos, negative.find("a negative number")) << negative;
   const std::string notANumber = vsa("diff --tolerance nan a.vsa b.vsa").err;
   EXPECT_NE(std::string::npos, notANumber.find("not a number")) << notANumber;
 }

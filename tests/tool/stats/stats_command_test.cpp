@@ -63,6 +63,22 @@ TEST_F(StatsTest, TheLargestInputsComeFirst) {
   EXPECT_EQ("m.on", largest[9]["input"]);
 }
 
+TEST_F(StatsTest, InputsWithoutBytesAreNotAmongTheLargest) {
+  write("a.vsa", "a n: .b = float[0] {}; .c = byte[2] {1 2};");
+  const Json largest = json("a.vsa")["total"]["largestInputs"];
+  ASSERT_EQ(1u, largest.size());
+  EXPECT_EQ("n.c", largest[0]["input"]);
+}
+
+TEST_F(StatsTest, CountsHaveCommas) {
+  std::string text;
+  for (int i = 0; i < 1234; ++i) text += "t n" + std::to_string(i) + ";\n";
+  write("a.vsa", text);
+  const std::string out = vsa("stats a.vsa").out;
+  EXPECT_NE(std::string::npos, out.find(" 1,234 ")) << out;
+  EXPECT_EQ(std::string::npos, out.find("1234")) << out;
+}
+
 TEST_F(StatsTest, SumsSeveralFiles) {
   write("a.vsa", SCENE);
   write("b.vsa", "lamp sun: .power = 2.5;\n# three\n");

@@ -48,6 +48,7 @@ const RuleRow RULE_ROWS[] = {
      "a b: .x = double[1] {0.12345678901234567};"},
     {"not-finite", "a b: .x = «-inf»;", "a b: .x = -1.0;"},
     {"not-finite", "a b: .x = «vec2(1 nan)»;", "a b: .x = vec2(1 2);"},
+    {"not-finite", "a b: .o.x = «-inf»;", "a b: .o.x = -1.0;"},
     {"not-finite", "a b: .y = 2.0; .x[*] = «vec2f[1] {1 inf}»;", "a b: .x = float[2] {1 3e38};"},
     {"not-finite", "a b: .x = «vec2d[1] {1 -inf}»;", "a b: .x = vec2d[1] {1 1e308};"},
     {"short-compressed-data", "a b: .x = byte«[4]» {.78da4b4c4a0600024d0127};",
@@ -122,6 +123,7 @@ const RuleRow RULE_ROWS[] = {
     {"names-differ-by-case", "lamp Sun;\nlamp «sun»;\n", "lamp sun;\nlamp son;\n"},
     {"similar-names", "lamp kitchen;\nlamp «kitcken»;\n", "lamp lamp1;\nlamp lamp2;\nlamp lam;\n"},
     {"unused-node", "lamp «sun»: .x = moon;\nlamp moon;\n", "lamp sun: .x = sun;\n"},
+    {"unused-node", "lamp «sun»: .o.x = moon;\nlamp moon;\n", "lamp sun: .o.l[0].x |= sun.y;\n"},
     {"not-utf-8", "lamp sun; # caf«\xE9»\n", "lamp sun; # caf\xC3\xA9\n"},
 };
 
