@@ -14,8 +14,8 @@
 namespace vsa::detail {
 
 /// Calls `change()` and returns its result, a Status or an Added. If it throws, returns the error
-/// for the exception: OutOfMemory, TooMany for a text or list that is too long, or TooDeep for the
-/// depth limit of the scene.
+/// for the exception: OutOfMemory, TooDeep for the depth limit of the scene, or TooMany. TooMany
+/// means that a text or list is too long, or that the scene has too many nodes or names of outputs.
 template <class Change>
 auto guarded(const Change& change) noexcept -> decltype(change()) {
   try {

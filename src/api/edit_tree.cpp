@@ -47,7 +47,7 @@ class NoElementLimit {
 
 // Sets the value of a named input. `owner` is a node, or an object whose member is set. Adds the
 // input if it does not exist. If the function adds it and then fails, it removes the input again.
-// After OutOfMemory, an owner of type Null stays an object.
+// After OutOfMemory, an owner that had the type Null may be an object without members.
 template <class Owner>
 Status setNamed(const Owner& owner, TextParameter name, const Value& value) noexcept {
   if (const Status status = detail::checkValue(value); !status) return status;

@@ -82,7 +82,8 @@ bool HostInput::isArray(bool /*flag*/) const {
 }
 
 // Sets the type of an input that has type Null. Does nothing for any other input. An input that a
-// link has created has type Null at first. A connection alone does not set the type.
+// link has created has type Null at first, except an element of an array with an element type. A
+// connection alone does not set the type.
 void HostInput::become(ValueType type) {
   if (type_ == ValueType::Null) type_ = type;
 }

@@ -11,10 +11,10 @@ namespace {
 
 using Tokens = std::span<const SyntaxToken>;
 
-// A part of a statement ends when it has MAX_TOKENS tokens, or when the kept texts (the first piece
-// of each token) have at least MAX_KEPT_BYTES bytes. Valid statements of real texts are far below
-// both limits: only a path can have many tokens, and the library's scene allows 256 levels of
-// inputs by default.
+// A part of a statement ends when it has MAX_TOKENS tokens. If the text is from a source, a part
+// also ends when the kept texts (the first piece of each token) have at least MAX_KEPT_BYTES bytes.
+// Valid statements of real texts are far below both limits: only a path can have many tokens, and
+// the library's scene allows 256 levels of inputs by default.
 constexpr std::size_t MAX_TOKENS = 65536;
 constexpr std::size_t MAX_KEPT_BYTES = std::size_t{16} << 20;
 

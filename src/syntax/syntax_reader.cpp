@@ -115,8 +115,8 @@ void SyntaxReader::State::extend(const char* bytes, std::size_t count) noexcept 
   isEnded_ = source_ == nullptr || mark != nullptr || count == 0;
 }
 
-// Reads bytes of the source and adds them to the window. Returns false without reading if the
-// source has ended or the buffer is full.
+// Reads bytes of the source and adds them to the window. Returns false without reading if the text
+// has ended (see isEnded_) or the buffer is full.
 bool SyntaxReader::State::refill() {
   if (isEnded_) return false;
   const auto kept = static_cast<std::size_t>(end_ - begin_);

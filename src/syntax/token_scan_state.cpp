@@ -105,8 +105,8 @@ const char* TokenScanState::string(const char* at, const char* end) noexcept {
 const char* TokenScanState::list(const char* at, const char* end) noexcept {
   while (true) {
 #if defined(__SSE2__)
-    // Scans 16 bytes of numbers and blanks in each step. A list of 100 MB takes 0.024 s, and 0.10 s
-    // without these steps (benchmark format/tokens/floats).
+    // Scans 16 bytes of numbers, blanks, line feeds and commas in each step. A list of 100 MB takes
+    // 0.024 s, and 0.10 s without these steps (benchmark format/tokens/floats).
     for (; end - at >= 16; at += 16) {
       const __m128i bytes = lex::detail::load16(at);
       const std::uint32_t plain = lex::detail::numberMask(bytes, lex::detail::realMarkers(bytes)) |

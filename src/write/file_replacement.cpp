@@ -30,7 +30,8 @@ std::string temporaryName(const fs::path& target, std::uint64_t random) {
 
 // Returns the file to which a symbolic link refers. If that file is a link, too, follows further
 // links. Returns `path` if it is not a link. A chain of more than MAX_LINKS links does not occur
-// here: Linux does not follow it, so `open` has already failed.
+// here: Linux does not follow it, so `stat` fails, and FileReplacement::open does not call this
+// function.
 fs::path linkedFile(fs::path path) {
   constexpr int MAX_LINKS = 40;
   std::error_code error;

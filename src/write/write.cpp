@@ -93,7 +93,7 @@ std::string textOf(const std::exception& error) {
 }
 
 /// Calls `write()`. If it throws an exception, sets the status and the message of the result. The
-/// result also stores an exception of the sink.
+/// result also stores the exception, unless it is a WriteFailed or a std::bad_alloc.
 template <class Write>
 void guarded(WriteResult& result, const Sink& sink, const Write& write) noexcept {
   try {

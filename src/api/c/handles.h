@@ -14,7 +14,7 @@ struct vsa_reading {
   vsa::ReadOutcome outcome;
   vsa::Scene scene;
   bool isWrongUse = false;      // whether the status is VSA_WRONG_USE
-  vsa::BufferView loaded = {};  // the buffer that vsa_load_buffer has read
+  vsa::BufferView loaded = {};  // the buffer that vsa_loaded_buffer returns
 };
 
 namespace vsa::c {

@@ -75,9 +75,9 @@ vsa_reading* wrongUse(const char* message) {
 }
 
 // Calls `read` with the options in C++ form. Null options are the defaults. If `options->size` is
-// wrong, this is an error of the caller: it did not call vsa_options_init, or it called the
-// function of another version of the header. The result then has the status VSA_WRONG_USE. Returns
-// null if there is no memory for a reading.
+// wrong, vsa_options_init of this library did not initialise the options. The result then has the
+// status VSA_WRONG_USE. Returns null if there is no memory for the options in C++ form or for the
+// result.
 template <class Read>
 vsa_reading* readBy(const vsa_options* options, const Read& read) noexcept {
   try {

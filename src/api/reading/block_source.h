@@ -15,7 +15,7 @@ namespace vsa {
 /// Ending::callHost).
 class HostSource final : public zn::ByteSource {
  public:
-  /// `source` and `ending` must exist until the last read.
+  /// `source` and `ending` must exist until the last call of `read` or `error`.
   HostSource(Source& source, Ending& ending) : source_(source), ending_(ending) {}
 
   std::size_t read(char* to, std::size_t capacity) override;
@@ -29,7 +29,8 @@ class HostSource final : public zn::ByteSource {
 /// Reads another ByteSource, and calls the observer before and after each read.
 class BlockSource final : public zn::ByteSource {
  public:
-  /// `source` and `observer` must exist until the last read.
+  /// `source` must exist until the last call of `read` or `error`, and `observer` until the last
+  /// call of `read`.
   BlockSource(zn::ByteSource& source, BlockObserver& observer)
       : source_(source), observer_(observer) {}
 

@@ -4,8 +4,9 @@
 // the limits, and owns the values that no input owns yet. As the observer of the blocks of the
 // text, it finds positions, the size of the text and the progress. As the sink for the diagnostics
 // and log lines of the thread, it records them. It prints nothing. The functions that read a text
-// throw no exception. The functions of its base classes throw ReadStopped to end the reading, and
-// std::bad_alloc.
+// throw no exception. The functions of its base classes throw ReadStopped to end the reading. They
+// also throw std::bad_alloc, and the exceptions of the host's nodes and inputs that they ask for a
+// name or a path.
 #pragma once
 
 #include <chrono>

@@ -137,7 +137,8 @@ void Reader::digits() {
   while (isDigit(peek())) ++at_;
 }
 
-// [ "-" ] ( "0" | digit1-9 digits ) [ "." digits ] [ ( "e" | "E" ) [ "+" | "-" ] digits ]
+// [ "-" ] ( "0" | digits ) [ "." digits ] [ ( "e" | "E" ) [ "+" | "-" ] digits ]
+// `digits` is one digit or more. Before the point, only the number 0 begins with the digit 0.
 void Reader::number(JsonValue& result) {
   result.kind = Kind::Number;
   const std::size_t begin = at_;

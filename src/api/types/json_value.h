@@ -42,8 +42,9 @@ class JsonError : public std::runtime_error {
 };
 
 /// Reads a text that contains one JSON value (RFC 8259). Throws JsonError if the text is invalid. A
-/// repeated name in an object, a number that is too large for a double, and a value inside more
-/// than 32 objects and arrays are invalid, too.
+/// repeated name in an object, a number that is too large for a double, an escape sequence that is
+/// only half of a surrogate pair, and a value inside more than 32 objects and arrays are invalid,
+/// too.
 JsonValue readJson(std::string_view text);
 
 }  // namespace vsa

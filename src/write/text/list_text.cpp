@@ -78,7 +78,8 @@ class ListPrinter {
         at = zn::numbers::printNumber(at,
                                       zn::detail::loadWord<Number>(numbers + i * sizeof(Number)));
       }
-      // One column remains free, and in the last line two, for the closing brace and the semicolon.
+      // In the last line, two columns remain free for the closing brace and the semicolon. In all
+      // other lines, one column remains free.
       const std::int64_t column = at - chunk - lineStart;
       const bool fits =
           static_cast<std::uint64_t>(column) + (i == end ? 2 : 1) <= layout_.maxColumns;

@@ -35,11 +35,11 @@ class DiagnosticRecorder {
   /// or a callback throws an exception.
   void add(const Record& record);
   /// Records a problem for which the reader has created no diagnostic. Its range is the one that
-  /// findSourceRange returns, or else a single character, which is missing at the end of the text.
-  /// There are two exceptions: the range of an EndMark is the byte 0xFF, and before the parse
-  /// begins, the range is empty at the beginning of the text. `argument` is the argument of the
-  /// message. It is not used if messages with this id have no argument. `limit` is the exceeded
-  /// limit of an OverLimit.
+  /// findSourceRange returns. If that function returns none, the range is a single character, or
+  /// empty at the end of the text. There are two exceptions: the range of an EndMark is the byte
+  /// 0xFF, and before the parse begins, the range is empty at the beginning of the text. `argument`
+  /// is the argument of the message. It is not used if messages with this id have no argument.
+  /// `limit` is the exceeded limit of an OverLimit.
   void add(DiagnosticId id, Severity severity, bool endedReading, std::string message,
            std::string_view argument = {}, std::optional<Limit> limit = std::nullopt);
   /// Records that the text exceeds a limit. `maximum` is the value of the limit.

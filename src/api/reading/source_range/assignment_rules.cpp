@@ -74,8 +74,8 @@ Found RangeRules::unreadableNumber() const {
 }
 
 // Returns the range of the part of the statement that exceeds a limit: the count of a buffer, the
-// name of a node, an index or a path. Returns std::nullopt for the other limits, which no single
-// part exceeds.
+// name of a node, an index or a path. For the limit of diagnostics, returns the whole statement of
+// a link. Returns std::nullopt in all other cases, because no single part exceeds the limit.
 Found RangeRules::overLimit() const {
   const bool isBuffer = !problem_.diagnostic.endedReading;  // an omitted buffer is the only such
                                                             // problem that does not end the reading

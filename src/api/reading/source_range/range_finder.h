@@ -31,8 +31,9 @@ struct Problem {
   /// The diagnostic. Its id, arguments, limit and input path are set.
   const Diagnostic& diagnostic;
   /// The offset after the token at which the parser detected the problem. This token is the one
-  /// that the parser consumed last, or the one that the grammar does not allow. It is the start of
-  /// the statement if the problem was detected while a link was resolved.
+  /// that the parser consumed last, or the one that the grammar does not allow. There are two
+  /// exceptions. For an invalid character, it is the offset after this character. If the problem
+  /// was detected while a link was resolved, it is the start of the statement.
   std::uint64_t noticed;
   /// The offset of the invalid character. Only problems of the lexer have one.
   std::optional<std::uint64_t> character;

@@ -64,7 +64,7 @@ class RangeRules {
   Found unreadableNumber() const;
   Found overLimit() const;
 
-  // Whether no token of the statement was read, because its link is resolved later.
+  // Whether `noticed` is the start of the statement, as for a link, which is resolved later.
   bool isNoticedBeforeStatement() const { return problem_.noticed <= tokens_[0].begin; }
   bool expects(std::string_view what) const {
     return problem_.diagnostic.argument("expected") == what;

@@ -1,8 +1,8 @@
 // StatementTokens: the tokens from the start of a statement to a problem, with the offsets of their
 // bytes. Internal.
 //
-// The parser stores only the position of the last character of each token. If a statement has a
-// problem, it is therefore lexed a second time.
+// For each token, the parser stores where the token ends, but not where it begins. If a statement
+// has a problem, it is therefore lexed a second time.
 #pragma once
 
 #include <cstddef>
@@ -42,8 +42,9 @@ class StatementTokens {
   /// problem. Lexing stops after a ";" that ends at or after `noticed`. It also stops at the end of
   /// the text, at an invalid character, and after the comment if the statement is a comment. If
   /// `noticed` is after `start`, or `extent` is Beginning, lexing stops at the latest after three
-  /// tokens that begin at or after `noticed`. If the bytes are not available any more, or if these
-  /// would be more than MAX_BYTES, there are no tokens.
+  /// tokens that begin at or after `noticed`, or after four if the first token of the statement is
+  /// one of them. If the bytes are not available any more, or if lexing would need more than
+  /// MAX_BYTES, there are no tokens.
   StatementTokens(TextStore& store, const TextIndex& index, std::uint64_t start,
                   std::uint64_t noticed, Extent extent = Extent::Statement);
 

@@ -133,8 +133,8 @@ Found RangeRules::wrongList(std::size_t found) const {
   return isBufferLiteral || isTuple ? whole(found - 1) : whole(found);
 }
 
-// Returns the range of a value that cannot be converted. If there is no value, returns the empty
-// range where it is missing.
+// Returns the range of a value that cannot be converted. If there is no value, returns the range of
+// the token in its place. At the end of the text, this is the empty range after the last token.
 Found RangeRules::badValue(std::size_t found) const {
   if (found <= parts_.value) return tokenOrPlace(found);
   return tokens_[parts_.value].type == Type::Id ? badTuple() : tokens(parts_.value, found);
@@ -150,7 +150,9 @@ Found RangeRules::badTuple() const {
   return field ? number(list, *field) : whole(list);
 }
 
-// Returns the range of the first token that cannot occur at its place in any statement. If only the
+// Returns the range of the first token that cannot occur at its place in any statement. There are
+// three exceptions. For a string or list that is cut off, returns the range of its opening quote or
+// bracket. If only one word is before ";", "=" or "|", returns the range of the word. If only the
 // end of a declaration is missing, returns the empty range after the declaration.
 Found RangeRules::unrecognized() const {
   const std::size_t head = tokens_.countUpTo(problem_.noticed);

@@ -1,11 +1,12 @@
 // TextIndex: converts lines and columns to offsets, and offsets to lines and columns. Internal.
 //
-// A token has a 32-bit line and column and no offset. When the lexer requests a block of the text,
-// the index stores the position of the block, unless the last stored position is less than 64 KiB
-// before it. To find another position, the index reads the text again from the nearest stored
-// position before it, or from the line that it found last, and counts the line feeds. For a text
-// without problems, the index only stores positions, at most one for each block, and reads no bytes
-// again. There is one exception: with BufferMode::Skip, it finds the position of each literal.
+// A token has a line, a column and an end index of 32 bits each, and no 64-bit offset. When the
+// lexer requests a block of the text, the TextIndex stores the position of the block, unless the
+// last stored position is less than 64 KiB before it. To find another position, it reads the text
+// again from the nearest stored position before it, or from the line that it found last, and counts
+// the line feeds. For a text without problems, it only stores positions, at most one for each
+// block, and reads no bytes again. There is one exception: with BufferMode::Skip, it finds the
+// position of each literal.
 #pragma once
 
 #include <cstdint>
