@@ -46,8 +46,9 @@ class CheckRun {
   explicit CheckRun(const CheckOptions& options);
 
   /// Checks all files and prints their findings. Returns the exit status. Throws std::runtime_error
-  /// if the configuration, the node types or the baseline cannot be read or is wrong, if the new
-  /// baseline cannot be written, and if --fix is used with standard input.
+  /// if the configuration, the node types or the baseline cannot be read or is wrong, if an option
+  /// names an unknown id or group, if the new baseline cannot be written, if --fix is used with
+  /// standard input, and if standard input is both checked and the file of --types.
   int run();
 
  private:

@@ -50,8 +50,8 @@ class FileCheck {
 
   /// Passes the findings to the consumer until it needs no more. First are the reader's diagnostics
   /// in the order of its log, and then the reason why the file could not be read to its end, if
-  /// there is one. Next are the findings after the place where the reader stops. The findings of
-  /// the rules are last. A file that cannot be opened has one finding. A compressed file and a
+  /// there is one. Next are the diagnostics that only reading on finds. The findings of the rules
+  /// are last. A file that cannot be opened has one finding. A compressed file and a
   /// text in another encoding are not read (unless they are too large to be kept), so they only
   /// have findings of the rules. Throws what the consumer throws.
   void run();
@@ -81,7 +81,8 @@ class FileCheck {
   std::uint64_t lastOffset_ = std::numeric_limits<std::uint64_t>::max();
   FollowUps followUps_;
   std::vector<std::uint64_t> seen_;  // the keys of the findings of the reader
-  // Null if the rules run after the reading. It is the last member, because its thread uses others.
+  // Null if the rules run after the reading. Its thread uses the bytes of `text_`, the rules and
+  // the scene of the reading, but no member of this object.
   std::unique_ptr<ConcurrentTextRules> textRules_;
 };
 

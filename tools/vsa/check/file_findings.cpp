@@ -16,8 +16,8 @@ namespace {
 // took 50 MB.
 constexpr std::size_t MAX_KEPT = 1024;
 
-// Returns the sort key of a finding. Findings about the whole file come first, and findings after
-// the place where the reader stops come last.
+// Returns the sort key of a finding. Findings about the whole file come first, and diagnostics that
+// only reading on has found (see Finding::isAfterStop) come last.
 auto orderOf(const Finding& finding) {
   return std::tuple(finding.isAfterStop, finding.range.has_value(),
                     finding.range ? finding.range->begin.offset : 0);

@@ -48,10 +48,12 @@ struct Finding {
   /// The edits that do what the hint says, and nothing else. They do not overlap. May be empty.
   std::vector<TextEdit> edits;
   /// The log line of the reader's diagnostic, or its message if the plain interface does not log it
-  /// (end-mark, over-limit). Empty if the finding is no diagnostic of the reader, or is after the
-  /// place where the reader stops.
+  /// (end-mark, over-limit). Empty if the finding is no diagnostic of the reader, or if isAfterStop
+  /// is true.
   std::string logLine;
-  /// Whether the problem is after the place where the reader stops.
+  /// Whether the finding is a diagnostic that only reading on after the stop has found. Its place
+  /// may be before the stop, because links are resolved last. For a finding of a rule, the value is
+  /// false even if its place is after the stop.
   bool isAfterStop = false;
 };
 

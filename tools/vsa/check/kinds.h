@@ -16,8 +16,8 @@ struct FindingKind {
   const char* page;   ///< The documentation page that has a heading for this id.
 };
 
-// The id of the finding for a file, folder or list that cannot be opened, read to its end, or
-// changed by --fix.
+// The id of the finding for a file that cannot be opened, read to its end (also for lack of memory)
+// or changed by --fix, and for each FileListProblem.
 inline constexpr char UNREADABLE_FILE[] = "unreadable-file";
 
 /// Returns the finding UNREADABLE_FILE with this message.

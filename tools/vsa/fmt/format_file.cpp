@@ -240,9 +240,10 @@ class Formatting {
     return format(sink) && std::fflush(to) == 0;
   }
 
-  /// Returns the outcome for a file that cannot be read completely or that has a NUL byte, or
-  /// nothing if the file has no mistake. If `reading` is not complete, reads the whole text again,
-  /// because a reading in parts may fail although the text has no mistake.
+  /// Returns the outcome for a file that cannot be read completely, has a NUL byte, is compressed
+  /// or has another encoding. Returns nothing for any other file. If `reading` is not complete,
+  /// reads the whole text again, because a reading in parts may fail although that of the whole
+  /// text does not.
   std::optional<FormatOutcome> refusal(const ReadingCheck& reading) const {
     if (reading.isComplete) return std::nullopt;
     TextFileSource source(file_);

@@ -18,7 +18,8 @@ class GrowingFile {
   void add(std::uint64_t count);
   /// Ends the file: no bytes will be added. Further calls have no effect.
   void end();
-  /// Ends the file, and tells the writer that it can stop, because the file is not needed.
+  /// Ends the file because it is not needed: then GrowingFileSource delivers no more bytes, and
+  /// GrowingSink writes none.
   void cancel();
 
   bool isCancelled() const;

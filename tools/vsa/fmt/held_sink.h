@@ -24,10 +24,11 @@ class HeldSink final : public vsa::Sink {
   /// `out` must outlive the object.
   HeldSink(vsa::Sink& out, Check check) : out_(out), check_(std::move(check)) {}
 
-  /// Returns false if the check has failed or `out` cannot be written.
+  /// Returns false if the check has failed, if `out` cannot be written, or if the kept text cannot
+  /// be read again, also because of Ctrl-C.
   bool write(std::string_view text) override;
-  /// Waits for the result of the check and writes the kept text. Returns false if the check has
-  /// failed or `out` cannot be written.
+  /// Waits for the result of the check and writes the kept text. Returns false in the cases of
+  /// write().
   bool release();
 
  private:

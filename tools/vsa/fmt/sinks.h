@@ -44,7 +44,8 @@ class GrowingSink final : public vsa::Sink {
   /// Returns false if the file cannot be written, if the beginning of the old file cannot be read,
   /// or if `written` is cancelled.
   bool write(std::string_view text) override;
-  /// Ends the new file, which differs from the old one. Returns false in the cases of write().
+  /// Ends the new file, which differs from the old one. Returns false if the file cannot be
+  /// written, or if the beginning of the old file cannot be read.
   bool end();
 
  private:

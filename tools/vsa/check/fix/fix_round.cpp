@@ -19,9 +19,8 @@ struct Fixable {
   std::uint64_t errors = 0;
 };
 
-/// Recognises findings after the place where the reader stops that are on the same line as the
-/// finding before. They may only follow from that finding, as those about the words of "// comment;
-/// with two parts" do.
+/// Recognises findings with isAfterStop that are on the same line as the finding before. They may
+/// only follow from that finding, as those about the words of "// comment; with two parts" do.
 class SameLine {
  public:
   bool hasEarlier(const Finding& finding) {

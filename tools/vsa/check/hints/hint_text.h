@@ -121,8 +121,9 @@ bool isWordText(std::string_view text);
 /// character: a quote, parenthesis, brace or bracket. Such a diagnostic is mostly about a string or
 /// list that is not closed.
 bool isOpening(std::string_view source);
-/// Adds a hint that says how to close the string or list. Adds a note at the place where the reader
-/// notices that the string or list is not closed.
+/// Adds a hint that says how to close the string or list, and a note at the place where the reader
+/// notices that it is not closed. For a list with semicolons between its numbers, adds instead a
+/// hint about them and edits that make them commas, and moves the range to the first of them.
 void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& finding);
 /// Adds a hint if a conflict marker begins at `range`: a line such as "<<<<<<< HEAD", which a merge
 /// of two versions leaves in a file. The whole line is then the place of the finding. Returns

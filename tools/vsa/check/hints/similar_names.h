@@ -20,8 +20,8 @@ std::size_t editDistance(std::string_view a, std::string_view b, std::size_t lim
 /// A known name that is suggested instead of a misspelt one.
 struct Suggestion {
   std::string name;
-  /// Whether the name may be applied without asking the user. This requires that the names differ
-  /// only in the case of letters, or that their edit distance is 1. In the second case, their
+  /// Whether the name may be applied without asking the user. NearestName requires that the names
+  /// differ only in the case of letters, or that their distance is 1. In the second case, their
   /// digits must be the same, the written name must have at least four characters, and no other
   /// known name may be as near.
   bool isSure = false;

@@ -15,8 +15,8 @@ namespace vsa_tools {
 struct FindingPlace {
   const std::string& file;  ///< The file name to show.
   const CheckedText& text;
-  /// The line at which the reader stops. Set only for the first finding after the place where it
-  /// stops, so that the line is shown once for each file.
+  /// The line at which the reader stops. Set only for the first finding with isAfterStop, so that
+  /// the line is shown once for each file.
   std::optional<std::uint64_t> stopLine;
 };
 

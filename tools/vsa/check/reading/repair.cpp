@@ -162,8 +162,8 @@ bool Repair::repairConflict(std::size_t offset) {
   return true;
 }
 
-// Reads "TYPE NAME {" and "TYPE NAME = {" as "TYPE NAME :". A node without a type or without a name
-// is declared for "TYPE {". The statements in the block are then read as well.
+// Replaces "TYPE NAME {" and "TYPE NAME = {" by "TYPE NAME :". For "WORD {", which lacks the type
+// or the name, declareUnknown() declares a node. The statements in the block are then read as well.
 bool Repair::repairBlock(const vsa::Diagnostic& fatal, std::size_t begin, std::size_t offset) {
   const std::size_t open = blockAt(fatal, offset);
   if (open >= text().size()) return false;
@@ -271,6 +271,7 @@ void Repair::keepDeclaration(const Statement& region) {
 
 // Replaces the statement by the declaration of a node with inputs. Returns false if it is too
 // short. Each such node has a name of its own, because the rules must not take two of them for one.
+// Exception: if the statement is too short for that name, the node is named "_".
 bool Repair::declareUnknown(const Statement& region) {
   const std::size_t size = region.end - region.begin;
   const std::string unknown = '_' + std::to_string(++unknownNodes_);

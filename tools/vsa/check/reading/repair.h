@@ -3,10 +3,10 @@
 // A replacement has as many bytes as what it replaces, so that offsets do not change. (Lines may
 // change: a `;` may replace a line end.) A wrong statement is replaced in steps. Each further step
 // is taken if the reader reports the statement again. The statement becomes:
-//   1. its smallest repair, if it has one: a missing `;` is written, a character that begins no
-//      token is blanked, and so is a line that a merge left; the `{` of a block becomes a `:`, and
-//      a `;` inside a list becomes a `,`
-//   2. what it would have declared: `lamp a = 3;` becomes `lamp a    ;`
+//   1. its smallest repair, if it has one: a missing `;` is written, or a missing `:` if inputs of
+//      the declared node follow; a character that begins no token is blanked, and so is a line that
+//      a merge left; the `{` of a block becomes a `:`, and a `;` inside a list becomes a `,`
+//   2. what it would have declared: `lamp a = 3;` becomes `lamp a ;` and three blanks
 //   3. blanks
 #pragma once
 
@@ -30,15 +30,16 @@ class Repair {
   std::string_view text() const { return std::string_view(padded_).substr(PADDING); }
 
   /// Returns the repaired text from `from` on. If `with` is not empty and not too long, a statement
-  /// that makes it the with node precedes that text. restore() removes the statement again, and
-  /// must be called before any other function.
+  /// that makes it the with node precedes that text. It overwrites bytes of text(). restore() puts
+  /// these bytes back, and must be called before any function that reads or changes them.
   std::string_view textFrom(std::size_t from, std::string_view with);
   void restore();
 
-  /// Moves the text for the rules out of this object, which must not be used afterwards. It is the
-  /// repaired text, with two changes. A replaced statement with correct grammar, which the reader
-  /// rejected for another reason, is as in `original`, the text before the repairs. Of a replaced
-  /// assignment with wrong grammar, the path remains: `a.x = 50%;` becomes `a.x=null;`.
+  /// Moves the text for the rules out of this object. Afterwards, only lostInputs() may be called.
+  /// The text is the repaired text, with two changes. A replaced statement with correct grammar,
+  /// which the reader rejected for another reason, is as in `original`, the text before the
+  /// repairs. Of a replaced assignment with wrong grammar, the path remains if there is room for a
+  /// value: `a.x = 50%;` becomes `a.x =null;`.
   std::string takeStatements(std::string_view original);
   /// The names of inputs in replaced statements. The scene may lack these inputs only because of
   /// the mistakes. Complete after takeStatements().
@@ -47,8 +48,8 @@ class Repair {
   /// Replaces the statement at `offset`, in which `fatal` was found. The search for its beginning
   /// starts at `scanFrom`, the beginning of this or an earlier statement. Returns whether the
   /// statement is replaced for the first time. If it is not, the previous replacement may have
-  /// caused `fatal`. If `fatal` is about the "}" of a repaired block, only blanks that brace and
-  /// returns false.
+  /// caused `fatal`. If `fatal` is about the "}" of a repaired block, only blanks that brace and a
+  /// semicolon after it, and returns false.
   bool replace(const vsa::Diagnostic& fatal, std::size_t offset, std::size_t scanFrom);
 
   /// Whether the last call of replace() found nothing to replace.
@@ -68,7 +69,8 @@ class Repair {
   bool repairBlock(const vsa::Diagnostic& fatal, std::size_t begin, std::size_t offset);
   std::size_t blockAt(const vsa::Diagnostic& fatal, std::size_t offset) const;
   bool declareUnknown(const Statement& region);
-  /// Whether the diagnostic is about the "}" of a block that was repaired.
+  /// Returns whether the diagnostic is about the "}" of a block that was repaired. If it is, counts
+  /// that block as ended.
   bool isEndOfBlock(const vsa::Diagnostic& fatal, std::size_t offset);
   bool repairCharacter(const vsa::Diagnostic& fatal, std::size_t offset);
   bool repairSemicolons(const vsa::Diagnostic& fatal, std::size_t offset);

@@ -25,7 +25,8 @@ class ConcurrentTextRules {
 
   /// Delivers all findings in the order of runTextRules(). Returns when the rules have ended. Call
   /// it once, when the text is read. Throws what the rules or the consumer have thrown. `scene` is
-  /// the scene of the text.
+  /// the scene of the text. If the consumer throws, the thread may still use the scene, which must
+  /// then outlive this object.
   void deliver(const vsa::SceneView& scene, const FindingConsumer& consumer);
 
  private:

@@ -24,8 +24,8 @@ struct LinePart {
 class CheckedText {
  public:
   /// The maximum size in bytes of a file that is kept in memory. Of a larger regular file, only the
-  /// first three bytes are kept, because it can be read again. Of a longer pipe or device, the
-  /// first bytes are kept: one more than this maximum.
+  /// first three bytes are kept, because it can be read again. Of a longer pipe, device or standard
+  /// input, the first bytes are kept: one more than this maximum.
   static constexpr std::uint64_t MAX_KEPT_BYTES = std::uint64_t{64} << 20;
 
   /// Opens the file `name`, or standard input for "-". If the file is small enough, reads it.
@@ -41,10 +41,11 @@ class CheckedText {
   CheckedText(const CheckedText&) = delete;
   CheckedText& operator=(const CheckedText&) = delete;
 
-  /// Returns the system's message if the file could not be opened, or if a read failed that keeps
-  /// bytes, or a read by readInto() from a pipe or device. Otherwise returns an empty text.
-  /// Failures of read(), lineAt(), and readInto() of a regular file that is not kept are not
-  /// included. text() has the bytes that were kept before the failure.
+  /// Returns the system's message about the last failure, or an empty text without one. These
+  /// failures count: the file cannot be opened; the constructor or keep() cannot read it;
+  /// readInto() cannot read the rest of a pipe, a device or standard input. These do not count:
+  /// failures of read() and lineAt(), and of readInto() for a regular file that is not kept. text()
+  /// has the bytes that were kept before the failure.
   const std::string& problem() const { return problem_; }
   /// Whether the file could be opened and its first byte could be read. An empty file is open.
   bool isOpen() const { return isOpen_; }

@@ -15,8 +15,8 @@ struct Statement {
   std::size_t end = 0;
   bool isComment = false;
   /// The character that ends the statement: ';' or ':'. In a wrong text, the ':' may be inside what
-  /// was meant as one statement, as in ".power: 2.5;". 0 for a comment, and if the text ends
-  /// without such a character.
+  /// was meant as one statement, as in ".power: 2.5;". 0 for a comment, also one of another format,
+  /// and if the text or the part to search ends without such a character.
   char terminator = 0;
 };
 
@@ -44,14 +44,14 @@ std::size_t resumePoint(std::string_view text, const Statement& statement);
 
 /// Returns the offset of the opening quote of the string before `offset` if that string was
 /// probably not closed: it begins in an earlier line, one of its lines looks like a statement, and
-/// its end is in the statement that contains `offset`. The byte at `offset` must not be in a
-/// string.
+/// its end is in the statement and the line that contain `offset`, at most 256 bytes before it. The
+/// byte at `offset` must not be in a string.
 std::optional<std::size_t> openStringBefore(std::string_view text, std::size_t offset);
 
 /// Returns the offsets of the semicolons in the list in parentheses or braces that begins at
-/// `open`, such as "(1 0; 0 1)". Returns nothing if anything but numbers and separators is between
-/// a semicolon and the end of the list: the list is then not closed before the semicolon. The same
-/// applies if the end is far from the first semicolon.
+/// `open`, such as "(1 0; 0 1)". Returns nothing if the list has anything but numbers, separators,
+/// brackets and semicolons, or if its end is missing or far from the first semicolon: the list was
+/// then probably not closed before the semicolon.
 std::vector<std::size_t> semicolonsInList(std::string_view text, std::size_t open);
 
 /// Returns the offset after the name that begins at `at`, or `at` if no name begins there.

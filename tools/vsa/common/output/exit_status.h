@@ -18,8 +18,9 @@ enum ExitStatus {
   /// cannot represent the scene to write; a pattern or name matches no node; or merge without
   /// --rename found a name twice.
   EXIT_NOT_READ = 1,
-  /// The command line is wrong, a file cannot be opened, a types file is invalid, the output cannot
-  /// be made or written (also: dump needs --large-buffers), or the command has thrown an exception.
+  /// The command line is wrong, a file cannot be opened, listFiles() found a problem (such as a
+  /// folder without *.vsa files), a types file is invalid, the output cannot be made or written
+  /// (also: dump needs --large-buffers), or the command has thrown an exception.
   /// For check, also: a file cannot be read to its end. For diff, also: a text was not read
   /// completely.
   EXIT_USAGE = 2,

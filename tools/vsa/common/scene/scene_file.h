@@ -32,8 +32,9 @@ struct SceneFile {
   int exitStatus = 0;
 };
 
-/// A function that is called during the reading, on the same thread. `done` is the number of bytes
-/// that were read, and `total` the size of the file. It is not called if the size is unknown.
+/// A function that receives the progress of a reading. readSceneFile() calls it on the same thread:
+/// `done` is the number of bytes that were read, and `total` the size of the file. It does not call
+/// the function if the size is unknown. For formatFile(), see there.
 using ReadingProgress = std::function<void(std::uint64_t done, std::uint64_t total)>;
 
 /// Reads the file `name` within the limits of the arguments. "-" is standard input. If the command

@@ -26,10 +26,10 @@ struct ReadingCheck {
 };
 
 /// Reads a text through a ShortListSource, which needs little memory. The result is not complete if
-/// the text is longer than the arguments allow, and if it has several parts and one of them changes
-/// a node of an earlier one. Only a reading of the whole text then shows whether the text has a
-/// mistake. `observer` receives all tokens of the text, even if the reading ends early. Exception:
-/// it receives none if the text is longer than the arguments allow.
+/// a reading ends early, if the size of the text is known and exceeds its limit, and if
+/// the text has several parts and one of them changes a node of an earlier one. Then only a reading
+/// of the whole text shows whether it can be read completely. `observer` receives all tokens of the
+/// text, even if the reading ends early. Exception: it receives none if the text is too long.
 ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments = {},
                           std::uint64_t partBytes = ShortListSource::PART_BYTES,
                           const ShortListSource::TokenObserver& observer = {});

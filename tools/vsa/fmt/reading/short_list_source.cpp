@@ -196,9 +196,10 @@ void ShortListSource::endDeclaration(bool isWith) {
   if (isWith) isWithOfEarlierPart_ = false;
 }
 
-// Called for each statement that changes a node. Successive statements mostly change the same node,
-// and a node that is not of an earlier part does not become one within the part. So the table is
-// searched only for another node than the last one.
+// Called for each statement that changes a node and contains its name. (For a path that begins with
+// a period, isWithOfEarlierPart_ is tested instead.) Successive statements mostly change the same
+// node, and a node that is not of an earlier part does not become one within the part. So the table
+// is searched only for another node than the last one.
 void ShortListSource::change(std::string_view node) {
   if (node == changed_) return;
   endPending();
@@ -206,11 +207,11 @@ void ShortListSource::change(std::string_view node) {
   if (nodes_.isOfEarlierPart(node)) endedEarly_ = true;
 }
 
-// Declares a node at the end of its statement. The node is looked up only when another node is
-// changed, or at the end of the block: its slot in the table is rarely in the cache, and is loaded
-// while the next statements are read. With the look-ups of change() and a look-up at once, 7.4 % of
-// the processor time of `vsa fmt -i` for 300 MB of small nodes were look-ups, now 2 % (benchmark
-// "fmt -i changed, nodes" of `./dev bench --format`).
+// Declares a node at the end of its statement. The node is looked up later: when another node is
+// changed, at the next declaration or removal, or at the end of the block. Its slot in the table is
+// rarely in the cache, and is loaded while the next statements are read. With the look-ups of
+// change() and a look-up at once, 7.4 % of the processor time of `vsa fmt -i` for 300 MB of small
+// nodes were look-ups, now 2 % (benchmark "fmt -i changed, nodes" of `./dev bench --format`).
 void ShortListSource::declare(std::string_view node) {
   endPending();
   changed_ = node;
@@ -286,8 +287,8 @@ void ShortListSource::beginSplitting() {
 
 // Called before the next number is added. Ends the current assignment if it has enough numbers. The
 // last assignment is not ended here, so that it also gets the numbers that are too many for the
-// literal. Reading it then fails as reading the literal would. addNumber() adds only one number too
-// many, which is sufficient for the error.
+// literal. Reading it then fails as reading the literal would. addNumber() adds at most one number
+// more than `maxNumbers_`, which is sufficient for the error.
 void ShortListSource::endElement() {
   if (numberCount_ < maxNumbers_ || remaining_ <= MAX_ELEMENTS) return;
   out_ += prefix_ + '[' + std::to_string(MAX_ELEMENTS) + "] {" + numbers_ + "};";

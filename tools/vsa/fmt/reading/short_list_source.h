@@ -21,12 +21,13 @@ namespace vsa_tools {
 /// A long buffer literal is replaced by several assignments such as `a.b = float[65536] {...};`.
 /// They have the same numbers and the same total count as the literal. Reading them fails if and
 /// only if reading the literal fails. After each buffer, long or short, there is an assignment of
-/// an empty buffer, so that the scene keeps no elements. Exceptions: a buffer with a count of 0 or
-/// with more than 1 MiB of its statement before it, and one that is appended to an array, as in
-/// `a.b[*] = ...`. They are not changed. Comments without "version:" are not delivered, and the
-/// others and the white space between tokens may move, so positions differ from those of the text.
-/// All other tokens are the same. The delivered text
-/// depends only on the tokens.
+/// an empty buffer, so that the scene keeps no elements. Exceptions: a buffer with a count of 0,
+/// with blanks in the brackets of its count, or with more than 1 MiB of its statement before it,
+/// and one that is appended to an array, as in `a.b[*] = ...`. They are not changed. A list that
+/// begins with a period, as compressed data does, is not split. Comments without "version:" are not
+/// delivered, unless they are so long that they come in pieces. The others and the white space
+/// between tokens may move, so positions differ from those of the text. All other tokens are the
+/// same. The delivered text depends only on the tokens.
 ///
 /// A long text is delivered in parts, and each part must be read into another scene. Each part but
 /// the first begins with the declaration of a node. The text ends early at a statement that changes
@@ -42,8 +43,9 @@ class ShortListSource final : public vsa::Source {
   using TokenObserver = std::function<void(const vsa::SyntaxToken&)>;
 
   /// `source` must outlive the last read. When a part has `partBytes` bytes, it ends before the
-  /// next declaration of a node that is not declared yet. `partBytes` counts a list as 32 bytes.
-  /// `observer` is called with each token that is read.
+  /// next declaration of a node that is not declared yet. `partBytes` counts a list as 32 bytes, a
+  /// list that is split as none, and adds the element count of a buffer that is appended to an
+  /// array. `observer` is called with each token that is read.
   explicit ShortListSource(vsa::Source& source, std::uint64_t partBytes = PART_BYTES,
                            TokenObserver observer = {})
       : source_(source),

@@ -66,8 +66,8 @@ bool isSurrogate(std::string_view behind, unsigned int first) {
 }
 
 // Returns the escape sequence "\uHHHH" at `at`. Two surrogates that form one character are one
-// escape sequence. A surrogate without its partner has the meaning Unknown, because the string
-// keeps it as it is written.
+// escape sequence. Any other surrogate has the meaning Unknown, because the string keeps it as it
+// is written.
 Escape unicodeEscape(std::string_view behind, std::size_t at) {
   constexpr std::size_t BYTES = 6;
   const std::string_view next = behind.substr(BYTES - 1);
