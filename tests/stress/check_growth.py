@@ -17,7 +17,8 @@ import subprocess
 import sys
 import tempfile
 
-BYTES = 4096
+# Up to 4 KiB after a mistake are searched for its end, so smaller texts of some mistakes grow faster.
+BYTES, BYTES_OF_SAMPLE = 8192, 4096
 MAX_GROWTH = 4.6
 MISTAKES = {
     "assignments without semicolons": "  .x = 1\n",
@@ -61,9 +62,9 @@ def instructions(command, text, folder, name):
     return int(found.group(1))
 
 
-def growth(command, folder, nothing, mistake):
+def growth(command, folder, nothing, mistake, size):
     """Returns how many times as many instructions the text of four times the size takes."""
-    count = BYTES // len(MISTAKES[mistake])
+    count = size // len(MISTAKES[mistake])
     name = re.sub(r"\W", "_", mistake)
     few, many = (instructions(command, "lamp a:\n" + MISTAKES[mistake] * times, folder, f"{name}_{times}")
                  for times in (count, 4 * count))
@@ -75,12 +76,12 @@ def main():
     asked.add_argument("command", type=pathlib.Path)
     asked.add_argument("--all", action="store_true")
     asked = asked.parse_args()
-    names = MISTAKES if asked.all else SAMPLE
+    names, size = (MISTAKES, BYTES) if asked.all else (SAMPLE, BYTES_OF_SAMPLE)
     command = asked.command.resolve()
     with tempfile.TemporaryDirectory() as name, concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         folder = pathlib.Path(name)
         nothing = instructions(command, "lamp a:\n", folder, "nothing")
-        found = list(pool.map(lambda mistake: growth(command, folder, nothing, mistake), names))
+        found = list(pool.map(lambda mistake: growth(command, folder, nothing, mistake, size), names))
     for factor, mistake in zip(found, names):
         print(f"{factor:6.2f}  {mistake}")
     failed = sum(factor > MAX_GROWTH for factor in found)
