@@ -186,6 +186,13 @@ TEST_F(ReplaceFileTest, OfSeveralMistakesTheFirstIsFixedInEachRound) {
   EXPECT_EQ("lamp a: .k = 1.0e-05;\n.l = 2.0e-05;\n.m = 3.0e-05;\n", content("a.vsa"));
 }
 
+TEST_F(ReplaceFileTest, OnlyTheFirstMistakeIsFixedIfRulesHaveEditsBehindIt) {
+  const std::string text = "lamp a: .k = 5;\n.l = vec3(1, 2) + 1;\n.m = vec3(1,5 2,5 3,5);\n";
+  write("a.vsa", text);
+  vsa("check --fix --first a.vsa");
+  EXPECT_EQ(text, content("a.vsa"));
+}
+
 TEST_F(ReplaceFileTest, WhatIsIgnoredIsNotFixed) {
   write("a.vsa", "lamp a: .k = 1e-05;\n");
   EXPECT_EQ("1 file checked: no problems found\n", vsa("check --fix --ignore bad-token a.vsa").out);

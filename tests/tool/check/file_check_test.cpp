@@ -34,6 +34,28 @@ TEST_F(FileCheckTest, AFileThatDisappearsBeforeItIsReadIsUnreadable) {
   EXPECT_EQ(ids, std::vector<std::string>{std::string(vsa_tools::UNREADABLE_FILE)});
 }
 
+// The rules on the second thread use the scene, which is destroyed when the check ends early.
+TEST_F(FileCheckTest, EndsItsSecondThreadBeforeTheScene) {
+  std::string text;
+  for (int i = 0; i < 2000; ++i) {
+    const std::string number = std::to_string(i);
+    text += "lamp a" + number + ": .p = \"\\q\"; .i = int32[2] {0 9};\n";
+  }
+  const vsa_tools::ReadArguments reading;
+  vsa_tools::FileCheckOptions options{reading};
+  options.minConcurrentBytes = 1;
+  const vsa_tools::RuleSet allRules([](const vsa_tools::Rule&) { return true; });
+  for (int round = 0; round < 20; ++round) {
+    vsa_tools::CheckedText checked(vsa_tools::CheckedText::InMemory{text});
+    int count = 0;
+    const vsa_tools::FileCheck::Consumer consumer = [&](vsa_tools::Finding&&) {
+      return ++count <= round;
+    };
+    vsa_tools::FileCheck(checked, options, allRules, consumer).run();
+    EXPECT_EQ(count, round + 1);
+  }
+}
+
 }  // namespace
 
 }  // namespace vsa_tests

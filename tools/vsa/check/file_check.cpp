@@ -29,6 +29,19 @@ constexpr std::size_t MIN_PROGRESS_BYTES = std::size_t{1} << 16;
 // them, and the consumer receives all diagnostics.
 constexpr std::uint64_t KEPT_DIAGNOSTIC_BYTES = std::uint64_t{4} << 20;
 
+/// Ends the rules on the second thread at the end of a scope. They use the scene of that scope,
+/// also after the consumer has thrown an exception.
+class EndOfTextRules {
+ public:
+  explicit EndOfTextRules(std::unique_ptr<ConcurrentTextRules>& rules) : rules_(rules) {}
+  ~EndOfTextRules() { rules_.reset(); }
+  EndOfTextRules(const EndOfTextRules&) = delete;
+  EndOfTextRules& operator=(const EndOfTextRules&) = delete;
+
+ private:
+  std::unique_ptr<ConcurrentTextRules>& rules_;
+};
+
 // Returns a hash that identifies a diagnostic of the reader. Two diagnostics with the same id,
 // place and message are the same finding.
 std::uint64_t keyOf(const vsa::Diagnostic& found) {
@@ -81,6 +94,7 @@ void FileCheck::read() {
     consume(findingOf(found));
   };
   vsa::Scene scene;
+  const EndOfTextRules ending(textRules_);
   const vsa::ReadOutcome outcome = text_.readInto(scene, options);
   if (outcome.status == vsa::ReadStatus::HostException) {
     std::rethrow_exception(outcome.exception);
@@ -94,7 +108,7 @@ void FileCheck::read() {
   if (!problem.empty()) consume(unreadable("reading failed midway: " + problem));
   const bool isStopped = outcome.status == vsa::ReadStatus::StoppedByError ||
                          outcome.status == vsa::ReadStatus::CutOff || cannotAllocate;
-  if (isStopped && stop && options_.isFirstOnly) lastOffset_ = stop->range.end.offset;
+  if (isStopped && stop) stopOffset_ = stop->range.end.offset;
   if (isStopped && stop && !options_.isFirstOnly && text_.keep()) {
     readOnAfter(*stop);
   } else {
@@ -142,7 +156,8 @@ void FileCheck::applyRules(const RuleInput& input) {
   if (options_.isReaderOnly) return;
   followUps_.finish();
   const FindingConsumer deliver = [this](Finding&& finding) {
-    if (finding.range && finding.range->begin.offset > lastOffset_) return;
+    const bool isBehindStop = finding.range && finding.range->begin.offset > stopOffset_;
+    if (options_.isFirstOnly && isBehindStop) return;
     if (!followUps_.contains(finding, text_.text())) consume(std::move(finding));
   };
   if (textRules_ != nullptr) {

@@ -59,6 +59,9 @@ class FileCheck {
   /// Returns the line at which the reader stops. 0 until the findings after that line are searched
   /// for, and if they are not searched for.
   std::uint64_t stopLine() const { return stopLine_; }
+  /// Returns the offset after the mistake at which the reader stops, or the maximum if it does not
+  /// stop. It is known before the findings of rules are passed on.
+  std::uint64_t stopOffset() const { return stopOffset_; }
 
  private:
   void read();
@@ -77,8 +80,7 @@ class FileCheck {
   const Consumer& consumer_;
   std::optional<Hints> hints_;  // set by the first diagnostic that needs it: most texts have none
   std::uint64_t stopLine_ = 0;
-  // The offset behind which the findings of rules are left out.
-  std::uint64_t lastOffset_ = std::numeric_limits<std::uint64_t>::max();
+  std::uint64_t stopOffset_ = std::numeric_limits<std::uint64_t>::max();
   FollowUps followUps_;
   std::vector<std::uint64_t> seen_;  // the keys of the findings of the reader
   // Null if the rules run after the reading. Its thread uses the bytes of `text_`, the rules and

@@ -39,6 +39,7 @@ Fixable fixableIn(CheckedText& text, const FileCheckOptions& options, const Leve
   Fixable found;
   const CommentIgnores ignores(text.text());
   SameLine sameLine;
+  const FileCheck* check = nullptr;
   const FileCheck::Consumer consumer = [&](Finding&& finding) {
     found.errors += finding.level == Level::Error ? 1 : 0;
     const bool isFollowUp = sameLine.hasEarlier(finding);
@@ -46,13 +47,17 @@ Fixable fixableIn(CheckedText& text, const FileCheckOptions& options, const Leve
         levels.levelOf(finding.id, finding.level).has_value() && !ignores.isIgnored(finding);
     if (!isWanted || finding.edits.empty()) return true;
     ++found.withEdits;
-    const bool isBehindEnd = options.isFirstOnly && finding.isAfterStop;
-    if (!isBehindEnd && !isFollowUp) found.edits.push_back(std::move(finding.edits));
+    const bool isBehindStop =
+        finding.isAfterStop || (finding.range && finding.range->begin.offset > check->stopOffset());
+    const bool isLeftOut = options.isFirstOnly && isBehindStop;
+    if (!isLeftOut && !isFollowUp) found.edits.push_back(std::move(finding.edits));
     return true;
   };
   FileCheckOptions whole = options;
   whole.isFirstOnly = false;
-  FileCheck(text, whole, levels.rules(), consumer).run();
+  FileCheck wholeCheck(text, whole, levels.rules(), consumer);
+  check = &wholeCheck;
+  wholeCheck.run();
   return found;
 }
 
