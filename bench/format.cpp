@@ -142,8 +142,9 @@ int main(int argc, char** argv) try {
   app.add_option("--big", megabytes, "Size of the texts in MB");
   app.add_option("--scratch", scratch, "Folder for the files that are formatted");
   app.add_option("--json", json, "Also write the results to FILE")->type_name("FILE");
-  app.add_option("--only-run", work, "Only do the work of this number with the file of --file");
-  app.add_option("--file", file)->type_name("FILE");
+  // For the new processes. Options without a group are not in the help.
+  app.add_option("--only-run", work)->group("");
+  app.add_option("--file", file)->group("");
   CLI11_PARSE(app, argc, argv);
   if (work) return bench::runOnce(static_cast<bench::Work>(*work), file);
   const bench::NewProcess process(argv[0]);
