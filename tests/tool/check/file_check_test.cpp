@@ -34,12 +34,15 @@ TEST_F(FileCheckTest, AFileThatDisappearsBeforeItIsReadIsUnreadable) {
   EXPECT_EQ(ids, std::vector<std::string>{std::string(vsa_tools::UNREADABLE_FILE)});
 }
 
-// The rules on the second thread use the scene, which is destroyed when the check ends early.
+// The input refers to a node once, so the rule for strings that are names looks up each string in
+// the scene. The findings are passed on
+// while the second thread finds more. If the consumer then ends the check, the thread must not use
+// the scene any more, which AddressSanitizer checks.
 TEST_F(FileCheckTest, EndsItsSecondThreadBeforeTheScene) {
-  std::string text;
-  for (int i = 0; i < 2000; ++i) {
-    const std::string number = std::to_string(i);
-    text += "lamp a" + number + ": .p = \"\\q\"; .i = int32[2] {0 9};\n";
+  std::string text = "lamp chief: .partner = lamp0;\n";
+  for (int i = 0; i < 4000; ++i) {
+    const std::string name = "lamp" + std::to_string(i);
+    text += "lamp " + name + ": .partner = \"" + name + "\";\n";
   }
   const vsa_tools::ReadArguments reading;
   vsa_tools::FileCheckOptions options{reading};

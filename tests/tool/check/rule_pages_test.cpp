@@ -65,7 +65,7 @@ TEST(RulePages, HaveExamplesThatTheRuleFinds) {
     if (std::string(rule.group) == "encoding") continue;
     const vsa::ReadResult read = vsa::readText(example);
     std::vector<Finding> findings;
-    vsa_tools::runRules({.text = example, .scene = read.scene, .outcome = read, .types = types},
+    vsa_tools::runRules({.text = example, .scene = read.scene, .types = types},
                         RuleSet([](const Rule&) { return true; }),
                         [&](Finding&& finding) { findings.push_back(std::move(finding)); });
     const bool isFound = std::any_of(findings.begin(), findings.end(),

@@ -26,7 +26,7 @@ using vsa_tools::RuleSet;
 std::vector<Finding> findingsOf(std::string_view text, const RuleSet& rules) {
   const vsa::ReadResult read = vsa::readText(text);
   std::vector<Finding> findings;
-  vsa_tools::runRules({.text = text, .scene = read.scene, .outcome = read}, rules,
+  vsa_tools::runRules({.text = text, .scene = read.scene}, rules,
                       [&](Finding&& finding) { findings.push_back(std::move(finding)); });
   return findings;
 }
@@ -105,7 +105,7 @@ void expectQuiet(const std::filesystem::path& file) {
   if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3);
   const vsa::ReadResult read = vsa::readText(text);
   std::vector<Finding> findings;
-  vsa_tools::runRules({.text = text, .scene = read.scene, .outcome = read},
+  vsa_tools::runRules({.text = text, .scene = read.scene},
                       RuleSet([](const Rule& rule) { return rule.isDefault; }),
                       [&](Finding&& finding) { findings.push_back(std::move(finding)); });
   for (const Finding& finding : findings) {
@@ -196,7 +196,7 @@ TEST(Rules, OnByDefaultFindNothingInRealScenes) {
 TEST(Rules, FindNothingWithoutATextAndAScene) {
   const vsa::ReadResult read = vsa::readText("");
   std::vector<Finding> findings;
-  vsa_tools::runRules({.text = "", .isTextKept = false, .scene = read.scene, .outcome = read},
+  vsa_tools::runRules({.text = "", .isTextKept = false, .scene = read.scene},
                       RuleSet([](const Rule&) { return true; }),
                       [&](Finding&& finding) { findings.push_back(std::move(finding)); });
   EXPECT_TRUE(findings.empty());

@@ -89,7 +89,7 @@ std::vector<Finding> typeFindings(std::string_view text, std::string_view id) {
   const std::vector<vsa::TypeDescription> types = ruleTypes();
   const vsa::ReadResult read = vsa::readText(text);
   std::vector<Finding> findings;
-  vsa_tools::runRules({.text = text, .scene = read.scene, .outcome = read, .types = types},
+  vsa_tools::runRules({.text = text, .scene = read.scene, .types = types},
                       RuleSet([&](const Rule& rule) { return rule.id == id; }),
                       [&](Finding&& finding) { findings.push_back(std::move(finding)); });
   return findings;

@@ -52,9 +52,6 @@ void keepFreedMemory() {
 // takes 0.05 ms to start, and a text of this size takes about 1 ms to read.
 constexpr std::size_t MIN_CONCURRENT_BYTES = std::size_t{1} << 20;
 
-// The maximum size in bytes of the file of --types, which may be a device that does not end.
-constexpr std::uint64_t MAX_TYPES_BYTES = std::uint64_t{64} << 20;
-
 std::string counted(std::uint64_t number, const char* what) {
   return std::to_string(number) + ' ' + what + (number == 1 ? "" : "s");
 }
@@ -63,9 +60,10 @@ std::string counted(std::uint64_t number, const char* what) {
 /// large, or is not a valid description of types. After Ctrl-C, which may have ended the reading
 /// early, returns no types.
 std::vector<vsa::TypeDescription> readTypesFile(const std::string& path) {
-  const CheckedText text(path, MAX_TYPES_BYTES);
+  const CheckedText text(path);
   if (isInterrupted()) return {};
   if (!text.problem().empty()) throw std::runtime_error(path + ": " + text.problem());
+  // The file may be a device that does not end.
   if (!text.isKept()) throw std::runtime_error(path + ": larger than 64 MiB");
   vsa::TypesResult result = vsa::readTypes(text.text());
   if (!result.isValid()) {

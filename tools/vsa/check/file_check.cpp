@@ -25,22 +25,6 @@ constexpr std::size_t HEAD_BYTES = 16;
 // a few milliseconds. The reports took 1 % of the time of vsa check for 2,000 files of 7 KB
 // (`./dev bench --check`).
 constexpr std::size_t MIN_PROGRESS_BYTES = std::size_t{1} << 16;
-// The maximum size in bytes of the diagnostics that the outcome of a reading keeps. No rule uses
-// them, and the consumer receives all diagnostics.
-constexpr std::uint64_t KEPT_DIAGNOSTIC_BYTES = std::uint64_t{4} << 20;
-
-/// Ends the rules on the second thread at the end of a scope. They use the scene of that scope,
-/// also after the consumer has thrown an exception.
-class EndOfTextRules {
- public:
-  explicit EndOfTextRules(std::unique_ptr<ConcurrentTextRules>& rules) : rules_(rules) {}
-  ~EndOfTextRules() { rules_.reset(); }
-  EndOfTextRules(const EndOfTextRules&) = delete;
-  EndOfTextRules& operator=(const EndOfTextRules&) = delete;
-
- private:
-  std::unique_ptr<ConcurrentTextRules>& rules_;
-};
 
 // Returns a hash that identifies a diagnostic of the reader. Two diagnostics with the same id,
 // place and message are the same finding.
@@ -63,7 +47,7 @@ void FileCheck::run() {
     } else if (text_.isKept() && isNoText(text_.text().substr(0, HEAD_BYTES))) {
       // The file is not read, because all diagnostics would only follow from its wrong encoding or
       // its compression.
-      applyRules({}, {});
+      applyRules(vsa::Scene());
     } else {
       read();
     }
@@ -93,9 +77,7 @@ void FileCheck::read() {
     seen_.push_back(keyOf(found));
     consume(findingOf(found));
   };
-  vsa::Scene scene;
-  const EndOfTextRules ending(textRules_);
-  const vsa::ReadOutcome outcome = text_.readInto(scene, options);
+  const vsa::ReadOutcome outcome = text_.readInto(scene_, options);
   if (outcome.status == vsa::ReadStatus::HostException) {
     std::rethrow_exception(outcome.exception);
   }
@@ -103,16 +85,18 @@ void FileCheck::read() {
   if (outcome.status == vsa::ReadStatus::OutOfMemory && !cannotAllocate) {
     consume(unreadable("reading it needs more memory than there is"));
   }
-  const bool isUnreadable = outcome.status == vsa::ReadStatus::Unreadable;
-  const std::string& problem = isUnreadable ? outcome.message : text_.problem();
-  if (!problem.empty()) consume(unreadable("reading failed midway: " + problem));
+  if (!text_.problem().empty()) {
+    consume(unreadable("reading failed midway: " + text_.problem()));
+  } else if (outcome.status == vsa::ReadStatus::Unreadable) {
+    consume(unreadable(outcome.message));
+  }
   const bool isStopped = outcome.status == vsa::ReadStatus::StoppedByError ||
                          outcome.status == vsa::ReadStatus::CutOff || cannotAllocate;
   if (isStopped && stop) stopOffset_ = stop->range.end.offset;
   if (isStopped && stop && !options_.isFirstOnly && text_.keep()) {
     readOnAfter(*stop);
   } else {
-    applyRules(scene, outcome);
+    applyRules(scene_);
   }
 }
 
@@ -130,7 +114,6 @@ void FileCheck::readOnAfter(const vsa::Diagnostic& stop) {
   textRules_.reset();
   applyRules({.text = text_.text(),
               .scene = result.scene,
-              .outcome = result,
               .types = options_.types,
               .statements = result.statements,
               .lostInputs = &result.lostInputs});
@@ -144,11 +127,10 @@ void FileCheck::consumeNew(const vsa::Diagnostic& diagnostic) {
   consume(std::move(finding));
 }
 
-void FileCheck::applyRules(const vsa::Scene& scene, const vsa::ReadOutcome& outcome) {
+void FileCheck::applyRules(const vsa::Scene& scene) {
   applyRules({.text = text_.isKept() ? text_.text() : std::string_view(),
               .isTextKept = text_.isKept(),
               .scene = scene,
-              .outcome = outcome,
               .types = options_.types});
 }
 
@@ -173,7 +155,7 @@ void FileCheck::applyRules(const RuleInput& input) {
 // not ended.
 vsa::ReadOptions FileCheck::readOptions() const {
   vsa::ReadOptions options = options_.reading.options();
-  options.keptDiagnosticBytes = KEPT_DIAGNOSTIC_BYTES;
+  options.keptDiagnostics = 0;  // the consumer receives all diagnostics
   options.onProgress = nullptr;
   if (text_.isKept() && text_.text().size() < MIN_PROGRESS_BYTES) return options;
   options.onProgress = [this, wasInterrupted = isInterrupted()](const vsa::ReadProgress& progress) {

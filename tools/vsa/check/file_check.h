@@ -67,7 +67,7 @@ class FileCheck {
   void read();
   void startTextRules();
   void readOnAfter(const vsa::Diagnostic& stop);
-  void applyRules(const vsa::Scene& scene, const vsa::ReadOutcome& outcome);
+  void applyRules(const vsa::Scene& scene);
   void applyRules(const RuleInput& input);
   vsa::ReadOptions readOptions() const;
   Finding findingOf(const vsa::Diagnostic& diagnostic);
@@ -83,8 +83,9 @@ class FileCheck {
   std::uint64_t stopOffset_ = std::numeric_limits<std::uint64_t>::max();
   FollowUps followUps_;
   std::vector<std::uint64_t> seen_;  // the keys of the findings of the reader
-  // Null if the rules run after the reading. Its thread uses the bytes of `text_`, the rules and
-  // the scene of the reading, but no member of this object.
+  vsa::Scene scene_;
+  // Null if the rules run after the reading. Its thread uses the scene, the bytes of `text_` and
+  // the rules, so this member is destroyed first.
   std::unique_ptr<ConcurrentTextRules> textRules_;
 };
 

@@ -46,8 +46,6 @@ struct RuleInput {
   bool isTextKept = true;
   /// The scene of the text, as in TextRuleInput. Empty if the text was not read.
   vsa::SceneView scene;
-  /// The outcome of the reading, with the diagnostics that it keeps. No rule uses it.
-  const vsa::ReadOutcome& outcome;
   /// The node types of --types. Empty without that option.
   std::span<const vsa::TypeDescription> types = {};
   /// The text whose statements are inspected, as in TextRuleInput.
