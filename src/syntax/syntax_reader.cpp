@@ -21,6 +21,16 @@ namespace lex = zn::korvo_sdk::impl;
 constexpr std::size_t BUFFER_BYTES = zn::detail::blockBytes(256 << 10);
 constexpr int END_MARK = 0xFF;  // an int, because std::memchr takes one
 
+/// Whether a token of this kind continues if the byte `c` follows it. Strings, lists and single
+/// characters end with their last byte.
+bool continues(SyntaxKind kind, char c) {
+  if (kind == SyntaxKind::Comment) return c != '\n' && c != '\r';
+  if (kind == SyntaxKind::Integer || kind == SyntaxKind::Real) {
+    return char_class::is(c, char_class::NUMBER);
+  }
+  return kind < SyntaxKind::Integer && char_class::is(c, char_class::NAME);
+}
+
 }  // namespace
 
 class SyntaxReader::State {
@@ -33,6 +43,7 @@ class SyntaxReader::State {
 
   /// Reads the next token or piece, and sets all members of `out`.
   void next(SyntaxToken& out);
+  bool skipIf(const SyntaxToken& token) noexcept;
   bool appendStatement(std::vector<SyntaxToken>& tokens, std::size_t maxTokens);
   bool endedAtMark() const noexcept { return endedAtMark_; }
   bool keepsText() const noexcept { return source_ == nullptr; }
@@ -92,6 +103,10 @@ SyntaxToken SyntaxReader::next() {
   SyntaxToken token;
   state_->next(token);
   return token;
+}
+
+bool SyntaxReader::skipIf(const SyntaxToken& token) noexcept {
+  return state_->skipIf(token);
 }
 
 bool SyntaxReader::appendStatement(std::vector<SyntaxToken>& tokens, std::size_t maxTokens) {
@@ -228,6 +243,25 @@ inline void SyntaxReader::State::next(SyntaxToken& out) {
     token_.begin(*at_++);
     nextPiece(out, true);
   }
+}
+
+// Compares bytes, and scans nothing but white space. The same bytes are the same token if the byte
+// after them does not continue it. With this function instead of next(), `vsa fmt -i` of 250 MB of
+// small nodes takes 1.78 s instead of 1.92 s. The benchmark is the row "fmt -i changed, nodes" of
+// `./dev bench --format`.
+inline bool SyntaxReader::State::skipIf(const SyntaxToken& token) noexcept {
+  if (isInside_ || !token.isFirst || !token.isLast || token.text.empty()) return false;
+  if (token.kind <= SyntaxKind::Unterminated) return false;
+  const char* at = at_;
+  while (at < end_ && char_class::is(*at, char_class::WHITE)) ++at;
+  const std::size_t size = token.text.size();
+  if (static_cast<std::size_t>(end_ - at) <= size) return false;
+  if (std::memcmp(at, token.text.data(), size) != 0) return false;
+  at += size;
+  if (continues(token.kind, *at)) return false;
+  moveTo(at, lex::countLineFeeds(begin_, at));
+  at_ = at;
+  return true;
 }
 
 void SyntaxReader::State::nextPiece(SyntaxToken& out, bool isFirst) {

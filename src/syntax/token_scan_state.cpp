@@ -35,6 +35,30 @@ SyntaxKind kindOf(Type first) {
   }
 }
 
+#if defined(__SSE2__)
+/// Whether all 16 bytes are of decimal numbers, blanks, line feeds and commas. Returns false for
+/// other numbers, such as 1f. A list of 100 MB takes 0.011 s, and 0.019 s without this test, which
+/// has fewer instructions than isPlain() (benchmark format/tokens/floats).
+bool isDecimal(__m128i bytes) {
+  namespace detail = lex::detail;
+  const __m128i inRange = detail::within(bytes, '+', '9');  // + , - . / and the digits
+  const __m128i number = _mm_andnot_si128(detail::equal(bytes, '/'), inRange);
+  const __m128i blanks = _mm_or_si128(detail::equal(bytes, ' '), detail::equal(bytes, '\n'));
+  const __m128i plain = _mm_or_si128(_mm_or_si128(number, blanks), detail::equal(bytes, 'e'));
+  return detail::maskOf(plain) == 0xFFFF;
+}
+
+/// Whether all 16 bytes are of numbers, blanks, line feeds and commas.
+bool isPlain(__m128i bytes) {
+  namespace detail = lex::detail;
+  if (isDecimal(bytes)) return true;
+  const std::uint32_t plain = detail::numberMask(bytes, detail::realMarkers(bytes)) |
+                              detail::equalMask(bytes, ' ') | detail::equalMask(bytes, '\n') |
+                              detail::equalMask(bytes, ',');
+  return (plain & 0xFFFF) == 0xFFFF;
+}
+#endif
+
 }  // namespace
 
 void TokenScanState::begin(char first) noexcept {
@@ -105,16 +129,8 @@ const char* TokenScanState::string(const char* at, const char* end) noexcept {
 const char* TokenScanState::list(const char* at, const char* end) noexcept {
   while (true) {
 #if defined(__SSE2__)
-    // Scans 16 bytes of numbers, blanks, line feeds and commas in each step. A list of 100 MB takes
-    // 0.024 s, and 0.10 s without these steps (benchmark format/tokens/floats).
-    for (; end - at >= 16; at += 16) {
-      const __m128i bytes = lex::detail::load16(at);
-      const std::uint32_t plain = lex::detail::numberMask(bytes, lex::detail::realMarkers(bytes)) |
-                                  lex::detail::equalMask(bytes, ' ') |
-                                  lex::detail::equalMask(bytes, '\n') |
-                                  lex::detail::equalMask(bytes, ',');
-      if ((plain & 0xFFFF) != 0xFFFF) break;
-    }
+    // Without these steps, a list of 100 MB takes 0.10 s (benchmark format/tokens/floats).
+    while (end - at >= 16 && isPlain(lex::detail::load16(at))) at += 16;
 #endif
     for (const char* const stop = end - at > 16 ? at + 16 : end; at < stop; ++at) {
       const char c = *at;

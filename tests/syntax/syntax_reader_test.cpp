@@ -54,6 +54,94 @@ TEST(SyntaxReaderTest, EndsAtTheEndMark) {
   EXPECT_FALSE(plain.endedAtMark());
 }
 
+// Whether a reader of `text` skips its first token if that is the first token of `other`. If not,
+// the reader must return its first token afterwards.
+bool skips(std::string_view text, std::string_view other) {
+  vsa::SyntaxReader reader(text), again(text), otherReader(other);
+  if (reader.skipIf(otherReader.next())) return true;
+  const vsa::SyntaxToken found = reader.next(), expected = again.next();
+  EXPECT_EQ(found.text, expected.text);
+  EXPECT_EQ(found.range, expected.range);
+  EXPECT_EQ(found.lineFeedsBefore, expected.lineFeedsBefore);
+  return false;
+}
+
+TEST(SyntaxReaderTest, SkipsTheSameToken) {
+  for (const std::string token : {"name", "nul\xE9", "true", "12", "-1.5e3", "\"a\nb\"", "(1 2)",
+                                  "{1\n2}", "[3]", ";", "."}) {
+    EXPECT_TRUE(skips("\n " + token + " b", token)) << token;
+    EXPECT_TRUE(skips(token + "=", token)) << token;
+    EXPECT_TRUE(skips(token + "#", token)) << token;
+  }
+  EXPECT_TRUE(skips("# a\nb", "# a"));
+  EXPECT_TRUE(skips("# a\rb", "# a"));
+}
+
+TEST(SyntaxReaderTest, SkipsNoLongerToken) {
+  EXPECT_FALSE(skips("\nname", "nam"));
+  EXPECT_FALSE(skips("name_ ", "name"));
+  EXPECT_FALSE(skips("name\xE9 ", "name"));
+  EXPECT_FALSE(skips("true1 ", "true"));
+  EXPECT_FALSE(skips("12 ", "1"));
+  EXPECT_FALSE(skips("1f ", "1"));
+  EXPECT_FALSE(skips("1.5- ", "1.5"));
+  EXPECT_FALSE(skips("# a \n", "# a"));
+  EXPECT_TRUE(skips("1x", "1"));
+  EXPECT_TRUE(skips("a-", "a"));
+}
+
+TEST(SyntaxReaderTest, SkipsNoOtherToken) {
+  EXPECT_FALSE(skips("\n\n b ", "a"));
+  EXPECT_FALSE(skips("(1 2) ", "(1  2)"));
+  EXPECT_FALSE(skips("\"a\" ", "\"b\""));
+  EXPECT_FALSE(skips("", "a"));
+  EXPECT_FALSE(skips("a", ""));
+}
+
+TEST(SyntaxReaderTest, DoesNotSkipWhatMayContinue) {
+  EXPECT_FALSE(skips("a", "a"));  // the end of the text
+  EXPECT_FALSE(skips("(1 2) ", "(1"));
+  EXPECT_FALSE(skips("\"a\" ", "\"a"));
+  EXPECT_FALSE(skips("! a", "!"));
+}
+
+// A token in pieces is neither skipped, nor is a part of it.
+TEST(SyntaxReaderTest, SkipsNoPieces) {
+  const std::string longList = "(" + std::string(1 << 20, '1') + ") ";
+  StepSource source(longList, 1 << 16), other(longList, 1 << 16);
+  vsa::SyntaxReader reader(source), otherReader(other);
+  for (vsa::SyntaxToken token = otherReader.next(); !token.isLast; token = otherReader.next()) {
+    EXPECT_FALSE(reader.skipIf(token));
+    EXPECT_EQ(reader.next().text, token.text);
+  }
+  EXPECT_FALSE(reader.skipIf(vsa::SyntaxReader("1 ").next()));
+}
+
+// A reader that skips all tokens it can has the same tokens and positions as one that skips none.
+TEST(SyntaxReaderTest, SkipsWithTheSamePositions) {
+  const std::string text =
+      "# c\n\nt  a:\n  .b = \"x\ny\";\n\n  .c = vec3(1\n2 3); # d\r.e |= f.g;\n t h; "
+      "i[2] = null;\n";
+  for (std::size_t step = 1; step <= text.size(); ++step) {
+    StepSource source(text, step), other(text, step);
+    vsa::SyntaxReader reader(source), otherReader(other);
+    std::size_t read = 0;
+    while (true) {
+      const vsa::SyntaxToken token = otherReader.next();
+      if (reader.skipIf(token)) continue;
+      const vsa::SyntaxToken found = reader.next();
+      EXPECT_EQ(found.text, token.text) << step;
+      EXPECT_EQ(found.range, token.range) << step;
+      EXPECT_EQ(found.lineFeedsBefore, token.lineFeedsBefore) << step;
+      ++read;
+      if (token.kind == SyntaxKind::EndOfText) break;
+    }
+    if (step == text.size()) {
+      EXPECT_EQ(read, 2U) << "the first token, which is not in the buffer yet, and EndOfText";
+    }
+  }
+}
+
 TEST(SyntaxReaderTest, Positions) {
   vsa::SyntaxReader reader("ab\n\n  \"x\ny\" z");
   EXPECT_EQ(reader.next().lineFeedsBefore, 0U);
