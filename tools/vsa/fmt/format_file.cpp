@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 #include <future>
+#include <mutex>
 #include <optional>
 #include <utility>
 
@@ -36,6 +37,9 @@ FormatOutcome failed(int status, const std::string& shown, const std::string& pr
 
 /// Formats one open file.
 class Formatting {
+  // The passes that are counted for the progress: the text is checked and formatted.
+  static constexpr std::uint64_t PASSES = 2;
+
  public:
   Formatting(const TextFile& file, const std::string& name, const ReadArguments& arguments,
              const ReadingProgress& onProgress)
@@ -79,15 +83,11 @@ class Formatting {
     return outcome;
   }
 
-  // Replaces the file by its formatted text. There are three passes, one if the text does not
-  // change, and one more if refusal() reads the file again. This thread reads the file and formats
-  // the tokens that the reading gets. For a large file, another thread reads the formatted text
-  // while this thread still writes it, and compares each token with the file, which it reads once
-  // more for that. For a small file, this thread makes all passes. A third thread for the
-  // formatting would read the tokens of the file again, which takes 0.5 s of processor time for 320
-  // MB of small nodes. The benchmark is the row "fmt -i changed, nodes" of `./dev bench --format`.
+  // Replaces the file by its formatted text. For a large file, one thread checks it while this one
+  // formats it. The thread that ends first compares the tokens of both texts, so that there are not
+  // more threads than two. The new text is not read into a scene: a reading gets what
+  // ShortListSource delivers, which depends only on the tokens.
   FormatOutcome replace() {
-    passes_ = 3;
     vsa::FileReplacement replacement;
     if (!replacement.open(name_)) {
       if (const auto refused = refusal(read())) return *refused;
@@ -95,18 +95,32 @@ class Formatting {
     }
     const std::string newFile = replacement.newFile();
     GrowingFile written;
-    std::future<NewText> readingAfter =
-        std::async(launchFor(file_), [&] { return readNew(newFile, written); });
+    std::once_flag isCompared;
+    bool isSame = false;
+    const auto compare = [&] {
+      std::call_once(isCompared, [&] { isSame = hasSameTokens(newFile, written); });
+    };
+    const HeldSink::Check check = std::async(launchFor(file_), [&] {
+      std::optional<FormatOutcome> refused = refusal(read());
+      if (!refused) compare();
+      return refused;
+    });
     const CancelAtEnd ending(written);
-    const OldText before = rewrite(replacement, written);
-    if (before.refused) return *before.refused;
-    if (!before.isWritten) {
+    TextFileSource whole(file_.descriptor()), beginning(file_.descriptor());
+    ComparingSink old(whole);
+    GrowingSink changes(replacement, old, beginning, written);
+    bool isWritten = format(changes);
+    const bool isChanged = !old.isSame();
+    if (isWritten && isChanged) isWritten = changes.end();
+    if (!isWritten || !isChanged) written.cancel();
+    if (isWritten && isChanged) compare();
+    if (const auto& refused = check.get()) return *refused;
+    if (!isWritten) {
       const std::string problem = replacement.error();
       return failed(EXIT_USAGE, shown_, problem.empty() ? "changed while it was read" : problem);
     }
-    if (!before.isChanged) return {};
-    const NewText after = readingAfter.get();
-    if (!after.hasSameTokens || after.reading != before.reading || isTooLong(newFile)) {
+    if (!isChanged) return {};
+    if (!isSame || isTooLong(newFile)) {
       return failed(EXIT_NOT_READ, shown_,
                     "left alone, because its formatted text reads differently");
     }
@@ -115,65 +129,14 @@ class Formatting {
   }
 
  private:
-  /// The result of reading and formatting the file.
-  struct OldText {
-    ReadingCheck reading;
-    std::optional<FormatOutcome> refused;  // the result of refusal()
-    bool isWritten = false;                // whether the whole formatted text is written
-    bool isChanged = false;                // whether the formatted text differs from the file
-  };
-
-  /// The result of reading the formatted text.
-  struct NewText {
-    ReadingCheck reading;
-    bool hasSameTokens = false;  // whether it has the tokens of the file
-  };
-
-  /// Reads the file, and writes the formatted text to the new file. Cancels `written` if the file
-  /// cannot be read completely, or if the text does not differ from it or cannot be written.
-  OldText rewrite(vsa::FileReplacement& replacement, GrowingFile& written) const {
-    TextFileSource whole(file_.descriptor()), beginning(file_.descriptor());
-    ComparingSink comparison(whole);
-    GrowingSink changes(replacement, comparison, beginning, written);
-    OldText found;
-    found.isWritten = readAndFormat(changes, found.reading);
-    found.refused = refusal(found.reading);
-    found.isChanged = !comparison.isSame();
-    if (!found.refused && found.isWritten && found.isChanged) {
-      found.isWritten = changes.end();
-    } else {
-      written.cancel();
-    }
-    return found;
-  }
-
-  /// Reads the file, sets `reading` to the result, and writes the formatted text to the sink.
-  /// Returns whether the whole text is written.
-  bool readAndFormat(vsa::Sink& sink, ReadingCheck& reading) const {
-    if (file_.hasMark() && !sink.write(BYTE_ORDER_MARK)) return false;
-    TextFileSource source = sourceOf(file_);
-    TextLayout layout(sink);
-    bool isEnded = false;
-    reading = readFrom(source, [&](const vsa::SyntaxToken& token) {
-      layout.put(token);
-      isEnded = token.kind == vsa::SyntaxKind::EndOfText;
-    });
-    return isEnded && layout.flush() && source.error().empty();
-  }
-
-  /// Reads the new file, which may still grow, and compares its tokens with those of the file.
-  NewText readNew(const std::string& newFile, const GrowingFile& written) const {
+  /// Compares the tokens of the new file, which may still grow, with those of the file.
+  bool hasSameTokens(const std::string& newFile, const GrowingFile& written) const {
     TextFile formatted;
-    if (!openGrowing(formatted, newFile, written)) return {};
-    TextFileSource left = sourceOf(file_), right = sourceOf(formatted);
+    if (!openGrowing(formatted, newFile, written)) return false;
+    TextFileSource left(file_), right(formatted);
     GrowingFileSource growing(written, right, formatted.begin());
-    vsa::SyntaxReader expected(left);
-    TokenComparison comparison(expected);
-    NewText found;
-    found.reading = checkReading(growing, arguments_, ShortListSource::PART_BYTES,
-                                 [&](const vsa::SyntaxToken& token) { comparison.add(token); });
-    found.hasSameTokens = comparison.isSame() && left.error().empty() && right.error().empty();
-    return found;
+    vsa::SyntaxReader expected(left), found(growing);
+    return haveSameTokens(expected, found) && left.error().empty() && right.error().empty();
   }
 
   /// Opens the new file when it is so long that it may have a byte order mark.
@@ -209,14 +172,8 @@ class Formatting {
   /// the NUL bytes between tokens, which show that the file is damaged.
   ReadingCheck read() const {
     TextFileSource source = sourceOf(file_);
-    return readFrom(source);
-  }
-
-  /// Reads a source of the file, as read() does. `observer` receives all tokens.
-  ReadingCheck readFrom(TextFileSource& source,
-                        const ShortListSource::TokenObserver& observer = {}) const {
     NulSearch bytes(source);
-    ReadingCheck reading = checkReading(bytes, arguments_, ShortListSource::PART_BYTES, observer);
+    ReadingCheck reading = checkReading(bytes, arguments_);
     reading.isComplete = reading.isComplete && !bytes.hasNul();
     return reading;
   }
@@ -224,7 +181,7 @@ class Formatting {
   TextFileSource sourceOf(const TextFile& file) const {
     if (!onProgress_) return TextFileSource(file);
     return TextFileSource(
-        file, [this](std::size_t count) { onProgress_(done_ += count, passes_ * bytes_); });
+        file, [this](std::size_t count) { onProgress_(done_ += count, PASSES * bytes_); });
   }
 
   /// Writes the formatted text to the sink. A byte order mark of the file is written first.
@@ -262,7 +219,6 @@ class Formatting {
   const ReadArguments& arguments_;
   const ReadingProgress& onProgress_;
   const std::uint64_t bytes_;  // the size of the text in bytes
-  std::uint64_t passes_ = 2;  // how many times the text is read: by default, to check and format it
   // The number of bytes that were read in all passes.
   mutable std::atomic<std::uint64_t> done_ = 0;
 };

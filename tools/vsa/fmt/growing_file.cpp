@@ -7,7 +7,7 @@ namespace vsa_tools {
 namespace {
 
 // A waiting thread is woken after this number of bytes, so that it does not change between waiting
-// and reading for each block of 64 KB.
+// and reading for each block of 256 KiB.
 constexpr std::uint64_t STEP_BYTES = 4 << 20;
 
 }  // namespace

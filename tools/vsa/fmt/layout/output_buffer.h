@@ -76,7 +76,7 @@ class OutputBuffer {
   }
 
  private:
-  static constexpr std::size_t BLOCK_BYTES = 64 << 10;
+  static constexpr std::size_t BLOCK_BYTES = 256 << 10;
 
   std::size_t remaining() const {
     return BLOCK_BYTES - static_cast<std::size_t>(at_ - block_.get());

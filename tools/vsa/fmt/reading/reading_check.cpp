@@ -31,14 +31,14 @@ class InspectedText final : public InspectedSource {
 }  // namespace
 
 ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments,
-                          std::uint64_t partBytes, const ShortListSource::TokenObserver& observer) {
+                          std::uint64_t partBytes) {
   vsa::ReadOptions options = arguments.options();
   options.keptDiagnostics = 0;
   // The limit is tested here, because it is about the original text and the reader receives a
   // changed text. A text of unknown size is not tested.
   if (text.size().value_or(0) > options.limits.textBytes) return {};
   options.limits.textBytes = vsa::UNLIMITED;
-  ShortListSource source(text, partBytes, observer);
+  ShortListSource source(text, partBytes);
   ReadingCheck all;
   do {
     const vsa::ReadResult read = vsa::readSource(source, options);
@@ -50,7 +50,6 @@ ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments,
     all.errors += read.errorCount;
     all.warnings += read.warningCount;
   } while (all.isComplete && source.nextPart());
-  if (observer) source.observeRest();
   return all;
 }
 

@@ -1,4 +1,4 @@
-// Reads a text, and returns what two texts with the same scene have in common.
+// Reads a text to find out whether it can be read completely, with little memory.
 #pragma once
 
 #include <cstdint>
@@ -11,8 +11,9 @@
 
 namespace vsa_tools {
 
-/// The result of a reading: what it counted. Texts with the same tokens have equal results, unless
-/// a limit, Ctrl-C or an error of the source ends a reading.
+/// The result of a reading, and what it counted. The tests compare the counts of a text and of its
+/// formatted text: texts with the same tokens have equal results, unless a limit, Ctrl-C or an
+/// error of the source ends a reading.
 struct ReadingCheck {
   bool isComplete = false;
   std::uint64_t nodes = 0;
@@ -28,11 +29,9 @@ struct ReadingCheck {
 /// Reads a text through a ShortListSource, which needs little memory. The result is not complete if
 /// a reading ends early, if the size of the text is known and exceeds its limit, and if
 /// the text has several parts and one of them changes a node of an earlier one. Then only a reading
-/// of the whole text shows whether it can be read completely. `observer` receives all tokens of the
-/// text, even if the reading ends early. Exception: it receives none if the text is too long.
+/// of the whole text shows whether it can be read completely.
 ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments = {},
-                          std::uint64_t partBytes = ShortListSource::PART_BYTES,
-                          const ShortListSource::TokenObserver& observer = {});
+                          std::uint64_t partBytes = ShortListSource::PART_BYTES);
 
 /// Reads `text` without a ShortListSource. Returns the diagnostics that ended the reading, one a
 /// line, with `name` as the file name. Without such a diagnostic, the line has the reason why the

@@ -81,10 +81,6 @@ SyntaxToken ShortListSource::next() {
   return token;
 }
 
-void ShortListSource::observeRest() {
-  while (!isEnded_) isEnded_ = next().kind == SyntaxKind::EndOfText;
-}
-
 bool ShortListSource::nextPart() {
   if (!isPartEnded_ || taken_ != out_.size()) return false;
   isPartEnded_ = false;

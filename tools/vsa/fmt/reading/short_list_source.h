@@ -27,7 +27,8 @@ namespace vsa_tools {
 /// begins with a period, as compressed data does, is not split. Comments without "version:" are not
 /// delivered, unless they are so long that they come in pieces. The others and the white space
 /// between tokens may move, so positions differ from those of the text. All other tokens are the
-/// same. The delivered text depends only on the tokens.
+/// same. The delivered text depends only on the tokens and on the white space in their lists, which
+/// changes no element.
 ///
 /// A long text is delivered in parts, and each part must be read into another scene. Each part but
 /// the first begins with the declaration of a node. The text ends early at a statement that changes
@@ -58,8 +59,6 @@ class ShortListSource final : public vsa::Source {
   /// Begins the next part. Returns false if there is none, or if the current part was not read to
   /// its end.
   bool nextPart();
-  /// Reads the tokens after the last delivered text, for the observer. Delivers nothing more.
-  void observeRest();
   /// Whether the text ended at a statement that changes a node of an earlier part.
   bool endedEarly() const { return endedEarly_; }
   std::string error() const override { return source_.error(); }
