@@ -107,7 +107,8 @@ class VSA_API SyntaxReader {
   /// Reads the next token and returns true if it has the kind and the bytes of `token`, which a
   /// SyntaxReader has returned. This is faster than comparing the result of `next`. Otherwise reads
   /// nothing and returns false. Also returns false for equal tokens if they have several pieces or
-  /// are Invalid or Unterminated, and if the next token is not in the buffer with the byte after it.
+  /// are Invalid or Unterminated, and if the next token is not in the buffer with the byte after
+  /// it.
   bool skipIf(const SyntaxToken& token) noexcept;
   /// Whether a byte 0xFF ended the text. The result is valid after EndOfText.
   bool endedAtMark() const noexcept;
