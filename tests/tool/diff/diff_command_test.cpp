@@ -43,6 +43,40 @@ TEST_F(DiffTest, RenamedNodesAreTheOnesWithTheSameLinks) {
                  "m x: .map = u2; m y: .map = u1; t u1: .file = \"1\"; t u2: .file = \"2\";"));
 }
 
+// The nodes that other nodes link to have the same content, so only the links tell them apart.
+TEST_F(DiffTest, RenamedNodesAreTheOnesThatTheSameInputsLinkTo) {
+  EXPECT_EQ("~ texture t1 -> v1\n~ texture t2 -> v2\n",
+            diff("m a: .tex |= t1.out; m b: .tex |= t2.out; texture t1; texture t2;",
+                 "texture v2; texture v1; m a: .tex |= v1.out; m b: .tex |= v2.out;"));
+  EXPECT_EQ(
+      "~ m a -> x\n~ m b -> y\n~ t t1 -> u1\n~ t t2 -> u2\n~ u v1 -> w1\n~ u v2 -> w2\n",
+      diff(
+          "m a: .k = 1; .t = t1; m b: .k = 2; .t = t2; t t1: .u = v1; t t2: .u = v2; u v1; u v2;",
+          "u w2; u w1; t u2: .u = w2; t u1: .u = w1; m y: .k = 2; .t = u2; m x: .k = 1; .t = u1;"));
+}
+
+// The nodes of type c have the same content. The clips that they link to are told apart by other
+// nodes.
+TEST_F(DiffTest, RenamedNodesAreTheOnesThatLinkToTheSameNode) {
+  EXPECT_EQ(
+      "~ c a1 -> x1\n~ c a2 -> x2\n~ k b1 -> y1\n~ k b2 -> y2\n~ clip p1 -> q1\n~ clip p2 -> q2\n",
+      diff("c a1: .p = p1; c a2: .p = p2; k b1: .i = 1; .p = p1; k b2: .i = 2; .p = p2; "
+           "clip p1; clip p2;",
+           "c x2: .p = q2; c x1: .p = q1; k y2: .i = 2; .p = q2; k y1: .i = 1; .p = q1; "
+           "clip q2; clip q1;"));
+}
+
+TEST_F(DiffTest, ARenamedChainInReverseOrder) {
+  std::string a, b, shown;
+  for (int i = 0; i < 9; ++i) {
+    const std::string number = std::to_string(i), next = std::to_string(i + 1);
+    a += "t x" + number + (i < 8 ? ": .n = x" + next + ";" : ";");
+    b = "t y" + number + (i < 8 ? ": .n = y" + next + ";" : ";") + b;
+    shown += "~ t x" + number + " -> y" + number + "\n";
+  }
+  EXPECT_EQ(shown, diff(a, b));
+}
+
 TEST_F(DiffTest, ValuesOfEveryKind) {
   const struct {
     const char *a, *b, *shown;
@@ -139,6 +173,8 @@ TEST_F(DiffTest, IgnoredNodesAndInputs) {
   EXPECT_EQ("", diff(a, b, "--ignore '*'"));
   EXPECT_EQ("n.v: 1 -> 2\n",
             diff("a n: .v = 1; .x.y = 1;", "a n: .v = 2; .x.z = 1;", "--ignore 'n.x*'"));
+  // Everything inside an ignored input is ignored, too.
+  EXPECT_EQ("~ a n -> m\n", diff("a n: .o.x = 1;", "a m: .o.x = 2;", "--ignore '*.o'"));
 }
 
 TEST_F(DiffTest, Json) {

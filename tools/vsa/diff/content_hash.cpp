@@ -57,6 +57,30 @@ std::uint64_t typeHash(vsa::InputView input) {
   return static_cast<std::uint64_t>(type == vsa::ValueType::Node ? vsa::ValueType::Null : type);
 }
 
+/// Calls `visit` with each input that is not ignored, and with a hash of its path.
+template <class Visit>
+void walkContent(vsa::NodeView node, const std::vector<std::string>& ignored, const Visit& visit) {
+  walkInputs(node, [&](const InputPlace& place) {
+    if (!ignored.empty() &&
+        matchesAny(ignored, std::string(node.name()) + '.' + std::string(place.path))) {
+      return false;
+    }
+    visit(place, textHash(place.path));
+    return true;
+  });
+}
+
+/// Calls `visit` with the reference and the connection of an input: a hash of the path and the
+/// connected output, and the target.
+template <class Visit>
+void visitLinks(const InputPlace& place, std::uint64_t path, const Visit& visit) {
+  const vsa::ConnectionView source = place.input.connection();
+  if (const vsa::NodeView target = place.input.node()) visit(mixHashes(path, 1), target);
+  if (const vsa::NodeView target = source.node()) {
+    visit(mixHashes(path, textHash(source.output())), target);
+  }
+}
+
 }  // namespace
 
 // Uses the multiplications and shifts of the finaliser of SplitMix64 (Steele, Lea, Flood, 2014).
@@ -71,27 +95,29 @@ NodeContent contentOf(vsa::NodeView node, const std::vector<std::string>& ignore
                       const std::function<bool(vsa::NodeView)>& hasCounterpart) {
   NodeContent content;
   content.hash = textHash(node.type());
-  const auto addLink = [&](std::uint64_t place, vsa::NodeView target) {
-    if (!target) return;
-    if (hasCounterpart(target))
-      content.hash += mixHashes(place, textHash(target.name()));
-    else
-      content.links.emplace_back(place, target);
-  };
-  walkInputs(node, [&](const InputPlace& place) {
-    if (!ignored.empty() &&
-        matchesAny(ignored, std::string(node.name()) + '.' + std::string(place.path))) {
-      return false;
-    }
-    const std::uint64_t path = textHash(place.path);
-    const vsa::ConnectionView source = place.input.connection();
+  walkContent(node, ignored, [&](const InputPlace& place, std::uint64_t path) {
     // A sum, because it does not depend on the order of the inputs.
     content.hash += mixHashes(path, mixHashes(typeHash(place.input), valueHash(place.input)));
-    addLink(mixHashes(path, 1), place.input.node());
-    addLink(mixHashes(path, textHash(source.output())), source.node());
-    return true;
+    visitLinks(place, path, [&](std::uint64_t link, vsa::NodeView target) {
+      if (hasCounterpart(target)) {
+        content.hash += mixHashes(link, textHash(target.name()));
+      } else {
+        content.links.emplace_back(link, target);
+      }
+    });
   });
   return content;
+}
+
+NodeLinks linksOf(vsa::NodeView node, const std::vector<std::string>& ignored,
+                  const std::function<bool(vsa::NodeView)>& hasCounterpart) {
+  NodeLinks links;
+  walkContent(node, ignored, [&](const InputPlace& place, std::uint64_t path) {
+    visitLinks(place, path, [&](std::uint64_t link, vsa::NodeView target) {
+      if (!hasCounterpart(target)) links.emplace_back(link, target);
+    });
+  });
+  return links;
 }
 
 }  // namespace vsa_tools

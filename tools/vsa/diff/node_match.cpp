@@ -1,101 +1,162 @@
 #include "tools/vsa/diff/node_match.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <map>
 #include <unordered_map>
 #include <utility>
 
 #include "tools/vsa/common/scene/node_links.h"
 #include "tools/vsa/diff/content_hash.h"
+#include "tools/vsa/diff/unpaired_nodes.h"
 
 namespace vsa_tools {
 
 namespace {
 
-/// The number of rounds that combine the hash of a node with the hashes of the unpaired nodes that
-/// it links to. After three rounds, the hash of a node depends on all unpaired nodes that at most
-/// three links lead to.
-constexpr int ROUNDS = 3;
+/// The maximum number of links from a node to another one that its hash depends on. Each round
+/// takes time for all links between unpaired nodes.
+constexpr int MAX_ROUNDS = 16;
 
-/// The nodes of one scene that have no counterpart, with the hashes of their contents.
-class UnpairedNodes {
+/// Nodes of both scenes that have the same hash, in the order of the scenes.
+struct SameNodes {
+  std::vector<vsa::NodeView> ofA, ofB;
+
+  bool isUnique() const { return ofA.size() == 1 && ofB.size() == 1; }
+};
+
+/// Pairs nodes without a counterpart of the same name by their contents.
+class ContentMatch {
  public:
-  UnpairedNodes(vsa::SceneView scene, const std::vector<vsa::NodeView>& counterparts,
-                const std::vector<std::string>& ignored)
-      : indices_(slotCount(scene)) {
-    const auto isPaired = [&](vsa::NodeView node) { return bool(counterparts[slotOf(node)]); };
-    for (const vsa::NodeView node : scene.nodes()) {
-      if (isPaired(node)) continue;
-      indices_[slotOf(node)] = nodes.size();
-      nodes.push_back(node);
-      contents_.push_back(contentOf(node, ignored, isPaired));
-      hashes.push_back(contents_.back().hash);
-    }
-    for (int round = 0; round < ROUNDS; ++round) followLinks();
-  }
+  ContentMatch(vsa::SceneView a, vsa::SceneView b, const std::vector<std::string>& ignored,
+               NodePairs& pairs)
+      : ignored_(ignored), pairs_(pairs), a_(a, pairs.ofA, ignored), b_(b, pairs.ofB, ignored) {}
 
-  std::vector<vsa::NodeView> nodes;
-  std::vector<std::uint64_t> hashes;  // the hash of nodes[i] at index i
+  // First, pairs nodes whose content is unique, and those that links from or to a pair show. Then
+  // only a choice among nodes with the same content is left.
+  void pairAll(vsa::SceneView a) {
+    if (a_.nodes().empty() || b_.nodes().empty()) return;
+    followLinks();
+    groupByHash();
+    pairUnique();
+    pairAlongLinksOfAll(a, Choice::OnlyOne);
+    pairAlongLinksOfAll(a, Choice::First);
+    pairInOrder();
+  }
 
  private:
+  /// Which node is taken if the links of a pair lead from several nodes with the same content.
+  enum class Choice : std::uint8_t { OnlyOne, First };
+
+  /// Computes the hashes of both scenes. They are comparable after the same number of rounds. Ends
+  /// when a round tells no more nodes apart.
   void followLinks() {
-    std::vector<std::uint64_t> next;
-    next.reserve(hashes.size());
-    for (const NodeContent& content : contents_) {
-      std::uint64_t hash = content.hash;
-      for (const auto& [place, target] : content.links) {
-        hash += mixHashes(place, hashes[indices_[slotOf(target)]]);
-      }
-      next.push_back(hash);
+    std::size_t count = 0;
+    for (int round = 0; round < MAX_ROUNDS; ++round) {
+      a_.followLinks();
+      b_.followLinks();
+      const std::size_t before = std::exchange(count, a_.hashCount() + b_.hashCount());
+      if (round > 0 && count == before) return;
     }
-    hashes = std::move(next);
   }
 
-  std::vector<std::size_t> indices_;  // the index in `nodes` of the node in each slot
-  std::vector<NodeContent> contents_;
+  void groupByHash() {
+    for (const vsa::NodeView node : a_.nodes()) same_[a_.hashOf(node)].ofA.push_back(node);
+    for (const vsa::NodeView node : b_.nodes()) same_[b_.hashOf(node)].ofB.push_back(node);
+  }
+
+  void pairUnique() {
+    for (const auto& [hash, nodes] : same_) {
+      if (nodes.isUnique()) pairs_.add(nodes.ofA.front(), nodes.ofB.front());
+    }
+  }
+
+  void pairAlongLinksOfAll(vsa::SceneView a, Choice choice) {
+    for (const vsa::NodeView node : a.nodes()) {
+      if (const vsa::NodeView other = pairs_.inB(node)) pending_.emplace_back(node, other);
+    }
+    pairAlongLinks(choice);
+  }
+
+  void pairInOrder() {
+    std::unordered_map<std::uint64_t, std::size_t> next;  // the nodes of B before it are paired
+    for (const vsa::NodeView node : a_.nodes()) {
+      if (pairs_.inB(node)) continue;
+      const std::vector<vsa::NodeView>& others = same_[a_.hashOf(node)].ofB;
+      std::size_t& at = next[a_.hashOf(node)];
+      while (at < others.size() && pairs_.inA(others[at])) ++at;
+      if (at == others.size()) continue;
+      add(node, others[at]);
+      pairAlongLinks(Choice::First);
+    }
+  }
+
+  void add(vsa::NodeView nodeOfA, vsa::NodeView nodeOfB) {
+    pairs_.add(nodeOfA, nodeOfB);
+    pending_.emplace_back(nodeOfA, nodeOfB);
+  }
+
+  void pairAlongLinks(Choice choice) {
+    while (!pending_.empty()) {
+      const auto [nodeOfA, nodeOfB] = pending_.back();
+      pending_.pop_back();
+      const auto isInA = [this](vsa::NodeView node) { return bool(pairs_.inB(node)); };
+      const auto isInB = [this](vsa::NodeView node) { return bool(pairs_.inA(node)); };
+      pairEnds(linksOf(nodeOfA, ignored_, isInA), linksOf(nodeOfB, ignored_, isInB), Choice::First);
+      pairEnds(a_.linksTo(nodeOfA), b_.linksTo(nodeOfB), choice);
+    }
+  }
+
+  /// Pairs the unpaired nodes at the ends of links if their inputs and contents are the same.
+  void pairEnds(const NodeLinks& linksOfA, const NodeLinks& linksOfB, Choice choice) {
+    if (linksOfA.empty() || linksOfB.empty()) return;
+    std::map<std::pair<std::uint64_t, std::uint64_t>, SameNodes> ends;
+    for (const auto& [place, node] : linksOfA) {
+      if (!pairs_.inB(node)) ends[{place, a_.hashOf(node)}].ofA.push_back(node);
+    }
+    for (const auto& [place, node] : linksOfB) {
+      if (!pairs_.inA(node)) ends[{place, b_.hashOf(node)}].ofB.push_back(node);
+    }
+    for (const auto& [key, nodes] : ends) {
+      if (choice == Choice::OnlyOne && !nodes.isUnique()) continue;
+      const std::size_t count = std::min(nodes.ofA.size(), nodes.ofB.size());
+      for (std::size_t i = 0; i < count; ++i) {
+        const bool isPaired = pairs_.inB(nodes.ofA[i]) || pairs_.inA(nodes.ofB[i]);
+        if (!isPaired) add(nodes.ofA[i], nodes.ofB[i]);
+      }
+    }
+  }
+
+  const std::vector<std::string>& ignored_;
+  NodePairs& pairs_;
+  UnpairedNodes a_, b_;
+  std::unordered_map<std::uint64_t, SameNodes> same_;
+  // The pairs whose links were not followed yet.
+  std::vector<std::pair<vsa::NodeView, vsa::NodeView>> pending_;
 };
 
 }  // namespace
 
+vsa::NodeView NodePairs::inB(vsa::NodeView nodeOfA) const {
+  return nodeOfA ? ofA[slotOf(nodeOfA)] : vsa::NodeView();
+}
+
+vsa::NodeView NodePairs::inA(vsa::NodeView nodeOfB) const {
+  return nodeOfB ? ofB[slotOf(nodeOfB)] : vsa::NodeView();
+}
+
+void NodePairs::add(vsa::NodeView nodeOfA, vsa::NodeView nodeOfB) {
+  ofA[slotOf(nodeOfA)] = nodeOfB;
+  ofB[slotOf(nodeOfB)] = nodeOfA;
+}
+
 NodeMatch::NodeMatch(vsa::SceneView a, vsa::SceneView b, const std::vector<std::string>& ignored)
-    : ofA_(slotCount(a)), ofB_(slotCount(b)) {
-  pairByName(a, b);
-  pairByContent(a, b, ignored);
-}
-
-vsa::NodeView NodeMatch::inB(vsa::NodeView nodeOfA) const {
-  return nodeOfA ? ofA_[slotOf(nodeOfA)] : vsa::NodeView();
-}
-
-vsa::NodeView NodeMatch::inA(vsa::NodeView nodeOfB) const {
-  return nodeOfB ? ofB_[slotOf(nodeOfB)] : vsa::NodeView();
-}
-
-void NodeMatch::pair(vsa::NodeView nodeOfA, vsa::NodeView nodeOfB) {
-  ofA_[slotOf(nodeOfA)] = nodeOfB;
-  ofB_[slotOf(nodeOfB)] = nodeOfA;
-}
-
-void NodeMatch::pairByName(vsa::SceneView a, vsa::SceneView b) {
+    : pairs_{std::vector<vsa::NodeView>(slotCount(a)), std::vector<vsa::NodeView>(slotCount(b))} {
   for (const vsa::NodeView node : a.nodes()) {
-    if (const vsa::NodeView other = b[node.name()]) pair(node, other);
+    if (const vsa::NodeView other = b[node.name()]) pairs_.add(node, other);
   }
-}
-
-void NodeMatch::pairByContent(vsa::SceneView a, vsa::SceneView b,
-                              const std::vector<std::string>& ignored) {
-  const UnpairedNodes unpairedA(a, ofA_, ignored), unpairedB(b, ofB_, ignored);
-  // The unpaired nodes of B for each hash. Each list is in the reverse order of the scene, so that
-  // its last element, which is the first node in the scene, is taken first.
-  std::unordered_map<std::uint64_t, std::vector<vsa::NodeView>> byHash;
-  for (std::size_t i = unpairedB.nodes.size(); i-- > 0;) {
-    byHash[unpairedB.hashes[i]].push_back(unpairedB.nodes[i]);
-  }
-  for (std::size_t i = 0; i < unpairedA.nodes.size(); ++i) {
-    const auto same = byHash.find(unpairedA.hashes[i]);
-    if (same == byHash.end() || same->second.empty()) continue;
-    pair(unpairedA.nodes[i], same->second.back());
-    same->second.pop_back();
-  }
+  ContentMatch(a, b, ignored, pairs_).pairAll(a);
 }
 
 }  // namespace vsa_tools
