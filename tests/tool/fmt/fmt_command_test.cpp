@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "tests/tool/command_fixture.h"
+#include "tools/vsa/fmt/format_file.h"
 
 namespace {
 
@@ -132,6 +133,26 @@ TEST_F(FmtCommandTest, NamesThePlaceOfAMistake) {
   EXPECT_EQ(vsa("fmt -i bad.vsa").err,
             "bad.vsa:2:7: error: expected '(scalar|buffer|reference)', found ';'\n"
             "vsa: bad.vsa: not formatted, because it was not read completely\n");
+  write("list.vsa", "t n: .a = { any };");
+  EXPECT_EQ(vsa("fmt list.vsa").err,
+            "list.vsa:1:13: error: invalid brace list token 'y'\n"
+            "vsa: list.vsa: not formatted, because it was not read completely\n");
+}
+
+// What another program saves while the text is formatted is not lost.
+TEST_F(FmtCommandTest, KeepsAFileThatChangesMeanwhile) {
+  for (const bool isReplaced : {true, false}) {
+    write("a.vsa", RAW);
+    const auto save = [&](std::uint64_t, std::uint64_t) {
+      if (isReplaced) std::filesystem::remove(folder_ / "a.vsa");
+      write("a.vsa", "t saved;");
+    };
+    const vsa_tools::FormatOutcome outcome = vsa_tools::formatFile(
+        (folder_ / "a.vsa").string(), vsa_tools::FormatMode::Replace, {}, save);
+    EXPECT_NE(outcome.status, 0);
+    EXPECT_EQ(outcome.messages.size(), 1U);
+    EXPECT_EQ(content("a.vsa"), "t saved;");
+  }
 }
 
 TEST_F(FmtCommandTest, FoldersListsAndJobs) {

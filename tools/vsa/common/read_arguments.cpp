@@ -31,7 +31,22 @@ vsa::ReadOptions ReadArguments::options() const {
   return options;
 }
 
+// The message of an invalid token is only the character, and its kind describes the problem:
+// "INVALID PAREN LIST TOKEN". The other kinds, such as "PARSE ERROR", add nothing to the level and
+// the message.
 std::string ReadArguments::messageOf(const vsa::Diagnostic& diagnostic) const {
+  std::string text;
+  if (diagnostic.id == vsa::DiagnosticId::InvalidToken ||
+      diagnostic.id == vsa::DiagnosticId::InvalidListToken) {
+    for (const char c : diagnostic.kind) {
+      text += static_cast<char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
+    }
+    text += ' ';
+  }
+  return text + shortMessage(diagnostic);
+}
+
+std::string ReadArguments::shortMessage(const vsa::Diagnostic& diagnostic) const {
   return isFull_ ? diagnostic.message : withShortQuotes(diagnostic);
 }
 
@@ -42,7 +57,7 @@ std::string ReadArguments::lineOf(const vsa::Diagnostic& diagnostic) const {
   shortened.kind = diagnostic.kind;
   shortened.logLineNumber = diagnostic.logLineNumber;
   shortened.logColumn = diagnostic.logColumn;
-  shortened.message = messageOf(diagnostic);
+  shortened.message = shortMessage(diagnostic);
   return shortened.logLine();
 }
 

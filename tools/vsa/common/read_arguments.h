@@ -28,10 +28,13 @@ class ReadArguments {
   /// Returns the log line of a diagnostic as a command prints it, but not escaped. Unless --full
   /// was given, it is shortened as by withShortQuotes().
   std::string lineOf(const vsa::Diagnostic& diagnostic) const;
-  /// Returns the message of a diagnostic without kind and position. It is shortened as in lineOf().
+  /// Returns the message of a diagnostic without position. It is shortened as in lineOf(). That of
+  /// an invalid token begins with its kind: "invalid brace list token 'y'".
   std::string messageOf(const vsa::Diagnostic& diagnostic) const;
 
  private:
+  std::string shortMessage(const vsa::Diagnostic& diagnostic) const;
+
   std::optional<std::uint64_t> memory_;
   std::optional<std::uint64_t> maxText_;
   std::uint64_t maxDiagnostics_ = 10000;

@@ -84,9 +84,10 @@ class Formatting {
   }
 
   // Replaces the file by its formatted text. For a large file, one thread checks it while this one
-  // formats it. The thread that ends first compares the tokens of both texts, so that there are not
-  // more threads than two. The new text is not read into a scene: a reading gets what
-  // ShortListSource delivers, which depends only on the tokens.
+  // formats it. The thread that ends first compares the tokens of both texts, so two threads are
+  // sufficient. For a small file, this thread does everything, and checks last. The new text is not
+  // read into a scene: what a reading gets from ShortListSource depends only on the tokens and on
+  // white space in lists, so texts with the same tokens have the same scene.
   FormatOutcome replace() {
     vsa::FileReplacement replacement;
     if (!replacement.open(name_)) {
@@ -95,14 +96,15 @@ class Formatting {
     }
     const std::string newFile = replacement.newFile();
     GrowingFile written;
-    std::once_flag isCompared;
-    bool isSame = false;
+    std::mutex comparing;
+    std::optional<bool> isSame;  // whether both texts have the same tokens
     const auto compare = [&] {
-      std::call_once(isCompared, [&] { isSame = hasSameTokens(newFile, written); });
+      const std::lock_guard lock(comparing);
+      if (!isSame) isSame = hasSameTokens(newFile, written);
     };
     const HeldSink::Check check = std::async(launchFor(file_), [&] {
       std::optional<FormatOutcome> refused = refusal(read());
-      if (!refused) compare();
+      refused ? written.cancel() : compare();
       return refused;
     });
     const CancelAtEnd ending(written);
@@ -120,9 +122,12 @@ class Formatting {
       return failed(EXIT_USAGE, shown_, problem.empty() ? "changed while it was read" : problem);
     }
     if (!isChanged) return {};
-    if (!isSame || isTooLong(newFile)) {
+    if (!isSame.value_or(false) || isTooLong(newFile)) {
       return failed(EXIT_NOT_READ, shown_,
                     "left alone, because its formatted text reads differently");
+    }
+    if (!file_.isUnchanged()) {
+      return failed(EXIT_USAGE, shown_, "left alone, because it changed while it was read");
     }
     if (!replacement.replace()) return failed(EXIT_USAGE, shown_, replacement.error());
     return {EXIT_READ, true, {}, {}};
@@ -145,8 +150,7 @@ class Formatting {
     return file.open(name);
   }
 
-  /// Whether the new file is longer than a text may be. While a file grows, checkReading() does not
-  /// know its size.
+  /// Whether the new file is longer than a text may be.
   bool isTooLong(const std::string& newFile) const {
     TextFile formatted;
     if (!formatted.open(newFile)) return true;

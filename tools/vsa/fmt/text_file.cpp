@@ -65,6 +65,11 @@ bool TextFile::reopen() {
   return false;
 }
 
+bool TextFile::isUnchanged() const {
+  struct stat status {};
+  return name_.empty() || (::stat(name_.c_str(), &status) == 0 && isSameFile(status, status_));
+}
+
 bool TextFile::copy(int input, std::uint64_t maxBytes) {
   file_.reset(std::tmpfile());
   if (file_ == nullptr) return fail();

@@ -39,6 +39,9 @@ class TextFile {
   /// Opens the file again after close(). Returns false if it cannot be opened, or if it is another
   /// file now or has changed since open().
   bool reopen();
+  /// Returns whether the name still is that of the same file, and the file has not changed since
+  /// open(), as far as the system knows. Always true for a temporary copy.
+  bool isUnchanged() const;
 
   /// The file descriptor for TextFileSource.
   int descriptor() const { return ::fileno(file_.get()); }

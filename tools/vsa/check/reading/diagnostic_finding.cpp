@@ -18,30 +18,13 @@ std::string withoutPeriod(std::string text) {
   return text;
 }
 
-// Returns the message of a finding. The message of an invalid token is only the character, and its
-// kind describes the problem: "INVALID PAREN LIST TOKEN". Therefore the finding begins with that
-// kind, in lower case. The other kinds, such as "PARSE ERROR", add nothing to the level and the
-// message.
-std::string messageOf(const vsa::Diagnostic& diagnostic, const ReadArguments& reading) {
-  std::string text;
-  if (diagnostic.id == vsa::DiagnosticId::InvalidToken ||
-      diagnostic.id == vsa::DiagnosticId::InvalidListToken) {
-    for (const char c : diagnostic.kind) {
-      text += static_cast<char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
-    }
-    text += ' ';
-  }
-  text += reading.messageOf(diagnostic);
-  return withoutPeriod(std::move(text));
-}
-
 }  // namespace
 
 Finding findingOf(const vsa::Diagnostic& diagnostic, const ReadArguments& reading) {
   Finding finding;
   finding.level = diagnostic.severity == vsa::Severity::Warning ? Level::Warning : Level::Error;
   finding.id = vsa::name(diagnostic.id);
-  finding.message = messageOf(diagnostic, reading);
+  finding.message = withoutPeriod(reading.messageOf(diagnostic));
   finding.range = diagnostic.range;
   finding.logLine = reading.lineOf(diagnostic);
   return finding;
