@@ -1,6 +1,7 @@
 #include "tools/vsa/types/type_collector.h"
 
 #include <nlohmann/json.hpp>
+#include <utility>
 #include <vector>
 
 #include "tools/scene_text/printable_text.h"
@@ -21,6 +22,12 @@ ValueType commonType(ValueType a, ValueType b) {
   if (a == b) return a;
   if (isNumber(a) && isNumber(b)) return ValueType::Real;
   return ValueType::Null;
+}
+
+/// Appends a member whose name the object does not have yet. The operator [] would search all
+/// members for the name.
+void append(nlohmann::ordered_json& object, const std::string& name, nlohmann::ordered_json value) {
+  object.get_ref<nlohmann::ordered_json::object_t&>().emplace_back(name, std::move(value));
 }
 
 }  // namespace
@@ -87,9 +94,9 @@ std::string TypeCollector::json() const {
           input.bufferType != vsa::ElementType::Null) {
         one["elements"] = vsa::typeName(input.bufferType);
       }
-      inputs[inputName] = std::move(one);
+      append(inputs, inputName, std::move(one));
     }
-    types[name] = {{"inputs", std::move(inputs)}, {"outputs", type.outputs}};
+    append(types, name, {{"inputs", std::move(inputs)}, {"outputs", type.outputs}});
   }
   const nlohmann::ordered_json all = {{"types", std::move(types)}};
   const auto replace = nlohmann::ordered_json::error_handler_t::replace;
