@@ -50,7 +50,8 @@ int ConvertCommand::run() {
     diagnostics.add(outcome);
     if (isInterrupted()) return EXIT_INTERRUPTED;
     if (!outcome.isComplete()) {
-      printError(file_ + ": nothing was written, because the file was not read completely");
+      printError(shownName(file_) +
+                 ": nothing was written, because the file was not read completely");
       return EXIT_NOT_READ;
     }
   }
