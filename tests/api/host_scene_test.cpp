@@ -114,6 +114,7 @@ TEST(HostScene, BoundsWhatATextMakesOfFewCharacters) {
   std::string dense = "lamp c;";
   for (int i = 0; i < 1000; ++i) dense += "c.k[" + std::to_string(i) + "] = 1;";
   vsa::HostScene other;
+  EXPECT_EQ(other.emptyElementLimit, 524288U);
   other.emptyElementLimit = 2;
   EXPECT_EQ(vsa::readTextInto(other, dense).status, ReadStatus::Complete);
 }

@@ -175,6 +175,7 @@ TEST(OutlineReaderTest, AgreesOnAPartThatBeginsWithAComment) {
 TEST(OutlineReaderTest, Parts) {
   vsa::OutlineReader statements("box.keys[0].time=vec3 (1 2 3); .image = rgba8[2] {.4A};");
   StatementOutline statement;
+  EXPECT_EQ(statement.plainElements, 0U);
   ASSERT_TRUE(statements.next(statement));
   EXPECT_EQ(statement.kind, StatementKind::Assignment);
   EXPECT_EQ(statement.node, "box");

@@ -8,6 +8,7 @@
 
 #include "tests/tool/command_fixture.h"
 #include "tests/tool/expected_file.h"
+#include "tools/vsa/common/did_you_mean.h"
 
 namespace vsa_tests {
 
@@ -103,6 +104,11 @@ TEST_F(HelpTest, AMisspeltNameGetsTheRightOne) {
     EXPECT_NE(std::string::npos, run.err.find(expected)) << run.err;
   }
   EXPECT_EQ(std::string::npos, vsa("check --frobnicate a.vsa").err.find("did you mean"));
+}
+
+// The "x" before the name is no part of it: "xa" and "ax" would be one swap apart.
+TEST(DidYouMeanTest, OnlyTheBytesOfANameCount) {
+  EXPECT_EQ(vsa_tools::editDistance(std::string_view("xa").substr(1), "zzax"), 3U);
 }
 
 }  // namespace

@@ -89,6 +89,9 @@ TEST(EntryPoints, ExceptionsPropagate) {
   EXPECT_EQ(vsa_tests::thrownBy([&] { parseString(&scene, "}"); }), "INVALID TOKEN (1,0): '}'");
   EXPECT_EQ(vsa_tests::thrownBy([&] { parseVsa(&scene, memoryFile("\n}", 1), true); }),
             "INVALID TOKEN (1,1): '}'");
+  const auto outcome = vsa_tools::captureRead([&] { return parseString(&scene, "}"); });
+  EXPECT_EQ(outcome.escaped, "INVALID TOKEN (1,0): '}'");
+  EXPECT_FALSE(outcome.result);
 }
 
 TEST(EntryPoints, OneParsersTableOutlivesAnother) {

@@ -70,6 +70,18 @@ TEST(StructureRoundTrip, LinkedEmptyArrayBeforeAFullOne) {
   EXPECT_EQ(dumpOf(made.scene), dumpOf(again));
 }
 
+// The link does not create the empty array before it.
+TEST(StructureRoundTrip, LinkedEmptyArrayBehindAnEmptyOne) {
+  SceneBuilder made;
+  Input& arrays = made.array("x", AttrType::Array);
+  element(arrays, 1).connect(made.n.output("out"));
+  const std::string text = vsa::writeText(made.scene).text;
+  EXPECT_EQ(text, "thing n:\n  .x[0] = [];\n  .x[1] |= n.out;\n");
+  Scene again;
+  EXPECT_EQ(readInto(again, text).log.size(), 1u);
+  EXPECT_EQ(dumpOf(made.scene), dumpOf(again));
+}
+
 TEST(StructureRoundTrip, EmptyArraysAreReadWithTheirMessage) {
   Scene scene, again;
   static_cast<void>(readInto(scene, "thing n: .x = [1]; .y[1] = [];"));

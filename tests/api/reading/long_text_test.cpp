@@ -116,6 +116,20 @@ TEST(LongText, HasTheSamePositionsFromAPipe) {
   expectProblems(result, false);
 }
 
+// The source keeps neither the beginning of the line nor the line before it.
+TEST(LongText, LineMayBeLongerThanWhatASourceKeeps) {
+  std::string text = "lamp sun:\n.n = 1;";
+  while (text.size() < 4'000'000) text += ".s = \"" + std::string(1000, '-') + "\";";
+  const std::size_t at = text.size() + 5;
+  text += ".n = 2.5;";
+  TestSource source(text);
+  const ReadResult result = vsa::readSource(source);
+  ASSERT_EQ(result.diagnostics.size(), 1U);
+  EXPECT_EQ(result.diagnostics[0].range.begin.offset, at);
+  EXPECT_EQ(result.diagnostics[0].range.end.offset, at + 3);
+  expectPosition(result.diagnostics[0].range.begin, text);
+}
+
 TEST(LongText, StatementMayBeLongerThanWhatASourceKeeps) {
   std::string text = "mesh m;\nm.b = float[1] {";
   while (text.size() < 4'000'000) text += "1 ";

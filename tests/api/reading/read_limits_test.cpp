@@ -254,6 +254,19 @@ TEST(ReadLimits, ABufferIsLeftOutIfOtherMemoryLeavesTooLittle) {
   EXPECT_TRUE(vsa::readText("a x;\n" + buffer).isComplete());
 }
 
+// The buffer is counted before its input. A buffer that takes all the memory leaves none for the
+// input.
+TEST(ReadLimits, ABufferMayTakeAllTheMemoryThatIsLeft) {
+  const auto readWith = [](const std::string& text, std::uint64_t memory) {
+    return vsa::readText(text, limitedTo({.memory = memory}));
+  };
+  std::uint64_t node = 0;  // the bytes that the declaration takes
+  while (!readWith("a x;", node).isComplete()) ++node;
+  const std::string text = "a x; x.b = byte[9000] {1};";
+  expectLeftOut(Limit::Memory, readWith(text, node + 8999));
+  expectOver(Limit::Memory, readWith(text, node + 9000));
+}
+
 // A limit that the host has set is not raised, and buffers may take all of it.
 TEST(ReadLimits, ACompressedBufferMayTakeAllOfALimitOfTheHost) {
   const std::string text = "a x;\n" + oneByteInALongText("100000", 0);

@@ -23,6 +23,11 @@ using vsa::ReadProgress;
 using vsa::ReadResult;
 using vsa::ReadStatus;
 
+TEST(ReadOptions, DiagnosticsOf64MebibytesAreKeptByDefault) {
+  EXPECT_EQ(ReadOptions().keptDiagnostics, 10'000U);
+  EXPECT_EQ(ReadOptions().keptDiagnosticBytes, 67'108'864U);
+}
+
 TEST(ReadOptions, KeepHeaderKeepsCommentsVersionAndTime) {
   for (const bool keep : {true, false}) {
     vsa::Scene scene;

@@ -312,6 +312,13 @@ TEST(ReadStatus, DiagnosticIdsHaveNamesOfTheirOwn) {
   EXPECT_STREQ(vsa::name(vsa::DiagnosticId::TooFewElements), "too-few-elements");
 }
 
+TEST(ReadStatus, ANullTextIsUnreadable) {
+  const char* const none = nullptr;
+  const vsa::ReadResult read = vsa::readText(none);
+  EXPECT_EQ(read.status, ReadStatus::Unreadable);
+  EXPECT_EQ(read.message, "the text is null");
+}
+
 TEST(ReadStatus, ANullTextOfASkippedBufferIsUnreadable) {
   const char* const none = nullptr;
   const vsa::LoadedBuffer loaded = vsa::loadBufferFromText(none, {});

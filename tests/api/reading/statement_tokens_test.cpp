@@ -34,4 +34,10 @@ TEST(StatementTokensTest, LexesOnlyTheBeginningForATokenThatBeginsNoStatement) {
   EXPECT_EQ(tokensOf(": ;", StatementTokens::Extent::Beginning), 2U);
 }
 
+// A file would have to be read into memory for a longer statement.
+TEST(StatementTokensTest, LexesNoStatementOfMoreThan64Mebibytes) {
+  const std::string text = std::string(std::size_t{64} << 20, ' ') + ": ;";
+  EXPECT_EQ(tokensOf(text, StatementTokens::Extent::Beginning), 0U);
+}
+
 }  // namespace

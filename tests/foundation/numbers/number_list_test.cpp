@@ -114,11 +114,13 @@ TEST(NumberList, UncommonLists) {
 
 // Some kernels convert several numbers at once. They pass uncommon numbers to another kernel and
 // continue after them. Such numbers are, for example, the smallest integer, a number with more
-// characters than the kernel loads at once, and a value half-way between two floats.
+// characters than the kernel loads at once, and a value half-way between two floats. The double
+// that is nearest to .53068408370018 is half-way, but the number itself is below it.
 TEST(NumberList, AnUncommonFieldAmongPlainOnes) {
   forAllTypes([](auto type) {
-    for (const std::string odd : {"-2147483648", "-128", "0000000000000007", "1234567890.1234567",
-                                  "16777217", "1e2", "-7", "7.", "1.2.3", "-", ".", "x", ""}) {
+    for (const std::string odd :
+         {"-2147483648", "-128", "0000000000000007", "1234567890.1234567", "16777217",
+          ".53068408370018", "1e2", "-7", "7.", "1.2.3", "-", ".", "x", ""}) {
       for (size_t position = 40; position < 48; ++position) {
         std::string list;
         for (size_t i = 0; i < 120; ++i) list += (i == position ? odd : "7") + " ";

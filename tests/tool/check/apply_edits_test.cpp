@@ -160,6 +160,7 @@ TEST_F(ReplaceFileTest, AnEditThatIsNotSafeIsNotApplied) {
            "lamp a: .k = 1e5e6;\n",
            "lamp a: .k = .5.5;\n",
            "lamp a;\nk = 1;\n",
+           "lamp a;\nremve a;\na.k = 1;\n",
        }) {
     write("a.vsa", text);
     vsa("check --fix a.vsa");

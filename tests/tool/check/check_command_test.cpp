@@ -52,6 +52,13 @@ TEST_F(CheckCommandTest, AFindingIsShownInItsLine) {
   EXPECT_EQ("", run.err);
 }
 
+TEST_F(CheckCommandTest, FindingsAtOnePlaceKeepTheirOrder) {
+  write("a.vsa", "lamp sun:\n\xA0.x = 1;\n");
+  const std::string out = vsa("check -q --format line a.vsa").out;
+  EXPECT_NE(std::string::npos, out.find("a.vsa:2:1: warning: this byte")) << out;
+  EXPECT_LT(out.find("a.vsa:2:1: error: node"), out.find("a.vsa:2:1: warning: this byte")) << out;
+}
+
 TEST_F(CheckCommandTest, TheExitStatusFollowsFromTheLevels) {
   write("clean.vsa", CLEAN);
   write("warning.vsa", WARNING);

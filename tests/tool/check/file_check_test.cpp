@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -32,6 +33,23 @@ TEST_F(FileCheckTest, AFileThatDisappearsBeforeItIsReadIsUnreadable) {
   };
   vsa_tools::FileCheck(text, options, noRules, consumer).run();
   EXPECT_EQ(ids, std::vector<std::string>{std::string(vsa_tools::UNREADABLE_FILE)});
+}
+
+// The rule for strings that are names waits for the scene, so its findings are made late.
+TEST_F(FileCheckTest, DeliversTheFindingsThatItsSecondThreadMakesLast) {
+  const std::string text = "lamp a: .partner = b;\nlamp b: .partner = \"a\";\n";
+  const vsa_tools::ReadArguments reading;
+  vsa_tools::FileCheckOptions options{reading};
+  options.minConcurrentBytes = 1;
+  const vsa_tools::RuleSet allRules([](const vsa_tools::Rule&) { return true; });
+  vsa_tools::CheckedText checked(vsa_tools::CheckedText::InMemory{text});
+  std::vector<std::string> ids;
+  const vsa_tools::FileCheck::Consumer consumer = [&](vsa_tools::Finding&& finding) {
+    ids.emplace_back(finding.id);
+    return true;
+  };
+  vsa_tools::FileCheck(checked, options, allRules, consumer).run();
+  EXPECT_EQ(std::count(ids.begin(), ids.end(), "string-for-reference"), 1);
 }
 
 // The input refers to a node once, so the rule for strings that are names looks up each string in

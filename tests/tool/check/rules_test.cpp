@@ -129,12 +129,37 @@ TEST(Rules, NameTheEscapeSequenceThatMayBeMeant) {
   EXPECT_EQ("write forward slashes, or two backslashes", findingOf("D:\\Novel").hint);
 }
 
+TEST(Rules, ShortenMessagesOfMoreThan400Bytes) {
+  const std::string text(400, 'a');
+  EXPECT_EQ(vsa_tools::withoutLongQuotes(text), text);
+  EXPECT_EQ(vsa_tools::withoutLongQuotes(text + 'a'),
+            text.substr(0, 120) + "[... 221 bytes ...]" + text.substr(0, 60));
+}
+
+TEST(Rules, FindAnElementThatIsAppendedAfterAnIndex) {
+  const std::string_view text = "a b: .k[0] = 1.0; .k[*] = -inf;";
+  const std::vector<Finding> findings = findingsOf(text, "not-finite");
+  ASSERT_EQ(findings.size(), 1U);
+  ASSERT_TRUE(findings[0].range.has_value());
+  EXPECT_EQ(findings[0].range->begin.offset, text.find("-inf"));
+}
+
+TEST(Rules, FindALoneInvalidByteAtTheBeginningOfALongText) {
+  const std::string text = "\xE9 sun; #" + std::string(100, '-');
+  const std::vector<Finding> findings = findingsOf(text, "not-utf-8");
+  ASSERT_EQ(findings.size(), 1U);
+  EXPECT_EQ(findings[0].range->begin.offset, 0U);
+}
+
 TEST(Rules, NameTheKeywordThatMayBeMeant) {
   const auto findingOf = [](const std::string& statement) {
     return findingsOf("lamp sun;\n" + statement, "redeclared-type").at(0);
   };
   EXPECT_EQ("did you mean `with`?", findingOf("wiht sun: .power = 1.0;").hint);
   EXPECT_EQ("did you mean `remove`?", findingOf("remoev sun;").hint);
+  EXPECT_EQ("did you mean `remove`?", findingOf("delete sun;").hint);
+  EXPECT_EQ("did you mean `remove`?", findingOf("erase sun;").hint);
+  EXPECT_EQ("did you mean `remove`?", findingOf("destroy sun;").hint);
   EXPECT_EQ("did you mean `define`?", findingOf("defin sun;").hint);
   EXPECT_EQ("give the second node a name of its own", findingOf("with_ sun;").hint);
   EXPECT_EQ("give the second node a name of its own", findingOf("camera sun:").hint);

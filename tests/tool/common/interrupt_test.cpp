@@ -1,9 +1,12 @@
 // Tests of Ctrl-C: the command prints what it has found, and exits with the status 130.
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <string>
 
 #include "tests/tool/command_fixture.h"
+#include "tools/vsa/common/interrupt.h"
+#include "tools/vsa/common/read_scene.h"
 
 namespace vsa_tools {
 
@@ -139,6 +142,25 @@ TEST_F(InterruptTest, AnEndlessDeviceIsInterrupted) {
                      " check /dev/zero >stdout.txt;"
                      "test $? = 130 -o $? = 124"),
             0);
+}
+
+// In the tests above, Ctrl-C mostly ends the wait for the next bytes. Here, it ends the reading.
+TEST_F(InterruptTest, AnInterruptedReadingIsALoss) {
+  write("a.vsa", "lamp a;\n");
+  const InputFile input = openInput((folder_ / "a.vsa").string());
+  ASSERT_EQ(input.problem, "");
+  vsa::ReadOptions options;
+  options.onProgress = [](const vsa::ReadProgress&) { return false; };
+  vsa::Scene scene;
+  const FileOutcome outcome = readScene(scene, input, options);
+  ASSERT_EQ(outcome.losses.size(), 1U);
+  EXPECT_EQ(outcome.losses[0].text, "interrupted");
+}
+
+TEST(InterruptScopeTest, RestoresTheHandler) {
+  const auto before = std::signal(SIGINT, SIG_DFL);
+  { const InterruptScope scope; }
+  EXPECT_TRUE(std::signal(SIGINT, before) == SIG_DFL);
 }
 
 }  // namespace

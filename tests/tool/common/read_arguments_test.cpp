@@ -99,6 +99,14 @@ TEST_F(ReadArgumentsTest, AnEndlessInputMeetsALimit) {
       << content("stdout.txt");
 }
 
+// The size of a file is known before the first byte is read. Read in blocks, it would have nodes.
+TEST_F(ReadArgumentsTest, AFileThatIsTooLongIsNotReadAtAll) {
+  std::string text;
+  for (int i = 0; i < 20000; ++i) text += "lamp n" + std::to_string(i) + ";\n";
+  write("a.vsa", text);
+  EXPECT_EQ(vsa("tree --max-text 100K a.vsa").out, "");
+}
+
 TEST_F(ReadArgumentsTest, DiagnosticsStopAtTheMaximum) {
   std::string text = "t n: .k = 1;\n";
   for (int i = 0; i < 12; ++i) text += ".k = 2.5;\n";

@@ -29,6 +29,15 @@ class DumpOptionsTest : public vsa_tests::CommandFixture {
   }
 };
 
+// Each of the 70 messages has 1,000,047 bytes. 67 of them fit into the 64 MiB of the log.
+TEST_F(DumpOptionsTest, AHugeLogIsCut) {
+  std::string text = "lamp " + std::string(1'000'000, 'a') + ": .k = 1;\n";
+  for (int i = 0; i < 70; ++i) text += ".k = 2.5;\n";
+  write("long.vsa", text);
+  EXPECT_EQ(statusOf(VSA_COMMAND " dump --full long.vsa >/dev/null 2>err.txt"), 0);
+  EXPECT_EQ(content("err.txt"), "long.vsa: 3 more diagnostics (--max-diagnostics N prints more)\n");
+}
+
 TEST_F(DumpOptionsTest, Ndjson) {
   const json whole = dump("");
   std::istringstream lines(vsa("dump --ndjson a.vsa").out);

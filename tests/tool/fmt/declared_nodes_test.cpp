@@ -1,4 +1,5 @@
-// Tests of DeclaredNodes: the nodes of earlier parts, and more names than fit into its first table.
+// Tests of DeclaredNodes: the nodes of earlier parts, more names than fit into its first table, and
+// more than fit into its last one.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -36,6 +37,16 @@ TEST(DeclaredNodesTest, RemembersManyNames) {
     EXPECT_TRUE(nodes.isOfEarlierPart("node" + std::to_string(i)));
     EXPECT_FALSE(nodes.isOfEarlierPart("nod" + std::to_string(i)));
   }
+}
+
+// The table has at most 64 MB, which 6.29 million names fill.
+TEST(DeclaredNodesTest, AFullTableStoresNoMoreNames) {
+  constexpr int COUNT = 6'300'000;
+  DeclaredNodes nodes;
+  for (int i = 0; i < COUNT; ++i) nodes.declare(std::to_string(i));
+  EXPECT_TRUE(nodes.isDeclared("0"));
+  nodes.declare("one more");
+  EXPECT_FALSE(nodes.isDeclared("one more"));
 }
 
 }  // namespace

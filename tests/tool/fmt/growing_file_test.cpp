@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "tools/vsa/common/writing/string_sink.h"
 #include "tools/vsa/fmt/growing_file.h"
 #include "tools/vsa/fmt/sinks.h"
 
@@ -79,6 +80,22 @@ TEST(ComparingSinkTest, ComparesBlocksOfAnySize) {
   EXPECT_FALSE(isSame({"ab"}));
   EXPECT_FALSE(isSame({"ab", "d"}));
   EXPECT_FALSE(isSame({"abc", "d"}));
+}
+
+TEST(GrowingSinkTest, CopiesABeginningOfOneByte) {
+  const FilePointer file(std::tmpfile());
+  ASSERT_GE(std::fputs("abc", file.get()), 0);
+  std::fflush(file.get());
+  TextFileSource whole(::fileno(file.get())), beginning(::fileno(file.get()));
+  ComparingSink comparison(whole);
+  GrowingFile written;
+  StringSink changed;
+  GrowingSink sink(changed, comparison, beginning, written);
+  EXPECT_TRUE(sink.write("a"));
+  EXPECT_EQ(changed.text, "");
+  EXPECT_TRUE(sink.write("xyz"));
+  EXPECT_TRUE(sink.end());
+  EXPECT_EQ(changed.text, "axyz");
 }
 
 }  // namespace

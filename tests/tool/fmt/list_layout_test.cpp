@@ -68,6 +68,25 @@ TEST(ListLayoutTest, LinesAreAsLongAsTheyMayBe) {
   EXPECT_GT(end - begin + 4, FORMATTED_WIDTH);
 }
 
+/// Counts the blocks that it receives.
+struct BlockCounter final : vsa::Sink {
+  bool write(std::string_view) override {
+    ++blocks;
+    return true;
+  }
+
+  int blocks = 0;
+};
+
+TEST(OutputBufferTest, WritesBlocks) {
+  BlockCounter sink;
+  OutputBuffer out(sink);
+  for (int i = 0; i < 1000; ++i) out.put('x');
+  EXPECT_EQ(sink.blocks, 0);
+  EXPECT_TRUE(out.flush());
+  EXPECT_EQ(sink.blocks, 1);
+}
+
 }  // namespace
 
 }  // namespace vsa_tools

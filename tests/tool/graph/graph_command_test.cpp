@@ -154,6 +154,12 @@ TEST_F(GraphTest, NodesWithALinkAndNodesThatItLeadsToAreDifferentGroups) {
   expectHas(dot, "[label=\"100 × part\\nfrom0, ...\"");
 }
 
+// The links of each node differ from those of the others, but three groups are too many.
+TEST_F(GraphTest, AGroupIsNotSplitIntoTooManyGroups) {
+  write("a.vsa", "part a: .next = b; part b: .next = c; part c;");
+  expectHas(graph("--limit 2 a.vsa"), "3 nodes, 2 links, 1 groups");
+}
+
 TEST_F(GraphTest, HostileNames) {
   const std::string name =
       "\xC2\x9B"

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/tool/command_fixture.h"
+#include "tools/vsa/stats/quantity.h"
 
 namespace {
 
@@ -79,6 +80,13 @@ TEST_F(StatsTest, CountsHaveCommas) {
   EXPECT_EQ(std::string::npos, out.find("1234")) << out;
 }
 
+TEST(QuantityTest, IsATextForPeople) {
+  EXPECT_EQ("1,234,567", vsa_tools::countText(1234567));
+  EXPECT_EQ("950.0 MB", vsa_tools::sizeText(950'000'000));
+  EXPECT_EQ("100.0 %", vsa_tools::shareText(1, 1));
+  EXPECT_EQ("-", vsa_tools::shareText(0, 0));
+}
+
 TEST_F(StatsTest, SumsSeveralFiles) {
   write("a.vsa", SCENE);
   write("b.vsa", "lamp sun: .power = 2.5;\n# three\n");
@@ -104,6 +112,7 @@ TEST_F(StatsTest, PrintsTables) {
         "Links         2 made (1 references, 1 connections), 1 broken\n",
         "Longest path  c.keys[0].time (14 bytes)\n", "  mesh             2  66.7 %\n",
         "Inputs by type  of nodes  of objects  of arrays\n",
+        "Buffers by element type  buffers  elements  size  share of data\n",
         "  Vec3f                        2         3  36 B         29.0 %\n",
         "  m.points      24 B         19.4 %  vec3f[2] 0 1 2 3 ...\n"}) {
     EXPECT_NE(std::string::npos, run.out.find(part)) << part << "\n" << run.out;

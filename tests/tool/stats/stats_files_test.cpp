@@ -31,6 +31,9 @@ TEST_F(StatsFilesTest, AFolderGivesTotalsAndATableOfFiles) {
   EXPECT_EQ("scenes/10.vsa", report["files"][0]["name"]);
   EXPECT_EQ(Json({{"lamp", 20}, {"sky", 1}}), report["total"]["nodesByType"]);
   EXPECT_EQ(20, report["total"]["links"]["broken"]);
+  double seconds = 0;
+  for (const Json& file : report["files"]) seconds += file["seconds"].get<double>();
+  EXPECT_DOUBLE_EQ(seconds, report["total"]["seconds"].get<double>());
   const std::string table = vsa("stats scenes").out;
   EXPECT_TRUE(table.starts_with("Files ")) << table;
   EXPECT_NE(std::string::npos, table.find("\n  scenes/inner/x.vsa ")) << table;

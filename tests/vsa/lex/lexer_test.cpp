@@ -377,6 +377,7 @@ TEST(Lexer, ManyNamesAndLongNames) {
     for (std::size_t length = 1; length < 130; ++length) {
       bytes += std::string(length, 'x') + ' ' + std::string(length - 1, 'x') + "y ";
     }
+    bytes += "begin_of1the_last begin_of2the_last ";
   }
   const std::string expected = fromPlain(bytes);
   StringLexer fromText(string(bytes));
