@@ -43,7 +43,7 @@ TEST(HeldSinkTest, WritesNothingIfTheCheckHasFailed) {
   StringSink out;
   HeldSink held(out, check.get_future());
   EXPECT_TRUE(held.write("sphere ball;\n"));
-  check.set_value(FormatOutcome{1, false, {"vsa: a.vsa: not formatted"}, {}});
+  check.set_value(FormatOutcome{1, {"vsa: a.vsa: not formatted"}, {}});
   EXPECT_FALSE(held.write("lamp sun;\n"));
   EXPECT_FALSE(held.release());
   EXPECT_EQ(out.text, "");

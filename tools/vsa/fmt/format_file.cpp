@@ -32,7 +32,7 @@ namespace vsa_tools {
 namespace {
 
 FormatOutcome failed(int status, const std::string& shown, const std::string& problem) {
-  return {status, false, {"vsa: " + shown + ": " + printable(problem)}, {}};
+  return {status, {"vsa: " + shown + ": " + printable(problem)}, {}};
 }
 
 /// Formats one open file.
@@ -66,7 +66,7 @@ class Formatting {
     format(sink);
     if (const auto& refused = check.get()) return *refused;
     if (sink.isSame()) return {};
-    return {EXIT_NOT_READ, true, {"vsa: " + shown_ + ": not formatted"}, {}};
+    return {EXIT_NOT_READ, {"vsa: " + shown_ + ": not formatted"}, {}};
   }
 
   FormatOutcome diff() {
@@ -78,8 +78,7 @@ class Formatting {
     FormatOutcome outcome;
     printDiff(file_.descriptor(), ::fileno(formatted.get()), shown_, shown_ + " (formatted)",
               [&](std::string_view line) { outcome.output.append(line) += '\n'; });
-    outcome.isChanged = !outcome.output.empty();
-    if (outcome.isChanged) outcome.status = EXIT_NOT_READ;
+    if (!outcome.output.empty()) outcome.status = EXIT_NOT_READ;
     return outcome;
   }
 
@@ -130,7 +129,7 @@ class Formatting {
       return failed(EXIT_USAGE, shown_, "left alone, because it changed while it was read");
     }
     if (!replacement.replace()) return failed(EXIT_USAGE, shown_, replacement.error());
-    return {EXIT_READ, true, {}, {}};
+    return {};
   }
 
  private:
@@ -256,12 +255,12 @@ FormatOutcome formatFile(const std::string& name, FormatMode mode, const ReadArg
   }
   TextFile file;
   if (!file.open(name, arguments.options().limits.textBytes)) {
-    if (isInterrupted()) return {EXIT_INTERRUPTED, false, {}, {}};
+    if (isInterrupted()) return {EXIT_INTERRUPTED, {}, {}};
     return failed(EXIT_USAGE, shown, file.problem());
   }
   Formatting formatting(file, name, arguments, onProgress);
   FormatOutcome outcome = run(formatting, mode);
-  if (isInterrupted()) return {EXIT_INTERRUPTED, outcome.isChanged, {}, {}};
+  if (isInterrupted()) return {EXIT_INTERRUPTED, {}, {}};
   return outcome;
 }
 

@@ -24,8 +24,6 @@ enum class FormatMode : std::uint8_t {
 struct FormatOutcome {
   /// An ExitStatus.
   int status = 0;
-  /// Whether the formatted text differs from the file. False in mode Print, and after a failure.
-  bool isChanged = false;
   /// The lines to print to standard error.
   std::vector<std::string> messages;
   /// The difference to print, in mode Diff.
