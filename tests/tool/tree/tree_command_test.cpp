@@ -100,6 +100,29 @@ TEST_F(TreeTest, StopsAtADepth) {
   EXPECT_EQ(2, vsa("tree --depth -1 a.vsa").status);
 }
 
+// z is three links below root, by root.x, and five by root.a.
+TEST_F(TreeTest, EachNodeWithinTheDepthIsShown) {
+  write("a.vsa",
+        "t root: .a = a; .x = x; t a: .x = x; t x: .y = y; t y: .z = z; t z: .w = w; t w;");
+  EXPECT_EQ(
+      "root (t)\n"
+      "├─ .a = a (t)\n"
+      "│  └─ .x = x (t) (shown below)\n"
+      "└─ .x = x (t)\n"
+      "   └─ .y = y (t)\n"
+      "      └─ .z = z (t) ...\n",
+      tree("--depth 3 a.vsa"));
+  EXPECT_EQ(
+      "root (t)\n"
+      "├─ .a = a (t)\n"
+      "│  └─ .x = x (t)\n"
+      "│     └─ .y = y (t)\n"
+      "│        └─ .z = z (t)\n"
+      "│           └─ .w = w (t)\n"
+      "└─ .x = x (t) (shown above)\n",
+      tree("a.vsa"));
+}
+
 TEST_F(TreeTest, ElidesElements) {
   std::string text = "a x: ";
   for (int i = 0; i < 30; ++i) text += ".keys[*].at = " + std::to_string(i) + ".0;";

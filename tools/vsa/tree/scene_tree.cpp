@@ -1,5 +1,6 @@
 #include "tools/vsa/tree/scene_tree.h"
 
+#include <limits>
 #include <string_view>
 
 #include "tools/vsa/common/scene/node_links.h"
@@ -14,10 +15,37 @@ namespace {
 /// If every level were indented, the tree of a chain of n nodes would have n * n characters.
 constexpr std::size_t INDENTED_LEVELS = 40;
 
+/// The number of links that lead to the node in each slot from the nearest root. Computed for nodes
+/// up to a maximum number of links. The number of other nodes is the largest one.
+std::vector<std::uint64_t> linksFromRoots(vsa::SceneView scene,
+                                          const std::vector<vsa::NodeView>& roots,
+                                          std::uint64_t maxLinks) {
+  constexpr std::uint64_t UNKNOWN = std::numeric_limits<std::uint64_t>::max();
+  std::vector<std::uint64_t> links(slotCount(scene), UNKNOWN);
+  std::vector<vsa::NodeView> nodes, next;
+  const auto add = [&](vsa::NodeView node, std::uint64_t count) {
+    if (links[slotOf(node)] != UNKNOWN) return;
+    links[slotOf(node)] = count;
+    next.push_back(node);
+  };
+  for (const vsa::NodeView root : roots) add(root, 0);
+  for (std::uint64_t count = 1; count <= maxLinks && !next.empty(); ++count) {
+    nodes.swap(next);
+    next.clear();
+    for (const vsa::NodeView node : nodes) {
+      forEachLink(node, [&](const InputPlace&, vsa::NodeView target) { add(target, count); });
+    }
+  }
+  return links;
+}
+
 class TreePrinter {
  public:
-  TreePrinter(vsa::SceneView scene, const TreeOptions& options, TextOutput& out)
-      : options_(options), out_(out), states_(slotCount(scene)), lines_(slotCount(scene)) {}
+  TreePrinter(vsa::SceneView scene, const std::vector<vsa::NodeView>& roots,
+              const TreeOptions& options, TextOutput& out)
+      : options_(options), out_(out), states_(slotCount(scene)), lines_(slotCount(scene)) {
+    if (options.depth) links_ = linksFromRoots(scene, roots, *options.depth);
+  }
 
   void print(vsa::NodeView root) {
     if (state(root) == State::Shown) return;
@@ -53,6 +81,11 @@ class TreePrinter {
       known = hasTreeLines(node, options_.inputs) ? HasLines::Yes : HasLines::No;
     }
     return known == HasLines::Yes;
+  }
+  /// Returns whether fewer links lead to a target from a root than to this place. With a maximum
+  /// depth, its lines are shown where the fewest links lead to it, so that they are complete.
+  bool isNearerElsewhere(vsa::NodeView target) const {
+    return !links_.empty() && links_[slotOf(target)] < open_.size();
   }
   bool isAtDepth() const { return options_.depth && open_.size() >= *options_.depth; }
 
@@ -91,6 +124,8 @@ class TreePrinter {
       out_.put(" (circle)\n");
     } else if (!hasLines(target)) {
       out_.put('\n');
+    } else if (isNew && isNearerElsewhere(target)) {
+      out_.put(" (shown below)\n");
     } else if (isNew && isAtDepth()) {
       out_.put(" ...\n");
     } else {
@@ -110,6 +145,8 @@ class TreePrinter {
   TextOutput& out_;
   std::vector<State> states_;    // the state of the node in each slot
   std::vector<HasLines> lines_;  // whether the node in each slot has lines
+  // With a maximum depth: the number of links to the node in each slot from the nearest root.
+  std::vector<std::uint64_t> links_;
   std::vector<Frame> open_;
   std::string indent_;
 };
@@ -117,8 +154,8 @@ class TreePrinter {
 }  // namespace
 
 std::uint64_t printTree(vsa::SceneView scene, const TreeOptions& options, TextOutput& out) {
-  TreePrinter printer(scene, options, out);
   const std::vector<vsa::NodeView> roots = treeRoots(scene, options);
+  TreePrinter printer(scene, roots, options, out);
   for (const vsa::NodeView root : roots) printer.print(root);
   return roots.size();
 }

@@ -27,8 +27,10 @@ struct TreeOptions {
 /// each of its links. The links of the target follow that line. The lines of a node are shown only
 /// once: a root whose lines are already shown below an earlier root has no tree of its own, and a
 /// later link to a node ends in "shown above". A link to a node whose lines are not complete yet
-/// ends in "circle". Lines beyond the maximum depth are replaced by "..." after their node. A link
-/// to a node without lines ends in none of these. Does not recurse. The size of the output is
+/// ends in "circle". Lines beyond the maximum depth are replaced by "..." after their node. With a
+/// maximum depth, the lines of a node are shown where the fewest links lead to it from a root, and
+/// an earlier link to it ends in "shown below". Each root has its own tree then. A link to a node
+/// without lines ends in none of these. Does not recurse. The size of the output is
 /// proportional to the number of its lines, even for long chains.
 std::uint64_t printTree(vsa::SceneView scene, const TreeOptions& options, TextOutput& out);
 
