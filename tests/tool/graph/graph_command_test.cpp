@@ -65,6 +65,14 @@ TEST_F(GraphTest, ColoursAreThoseOfTypes) {
   EXPECT_NE(colour("n0"), colour("n2"));
 }
 
+TEST_F(GraphTest, ReferencesAndConnectionsAreDifferentArrows) {
+  write("a.vsa", "t a: .p = b; .q |= b.out; .r |= b.out; t b;");
+  const std::string dot = graph("a.vsa");
+  expectHas(dot,
+            "  n0 -> n1 [label=\"p\", penwidth=1.0];\n"
+            "  n0 -> n1 [label=\"q, ... × 2\", penwidth=1.2, style=dashed];\n");
+}
+
 TEST_F(GraphTest, GroupsNodesThatAreLinkedAlike) {
   write("a.vsa", largeScene());
   const std::string dot = graph("a.vsa");

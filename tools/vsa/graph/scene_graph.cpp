@@ -4,6 +4,7 @@
 #include <map>
 #include <numeric>
 #include <string_view>
+#include <tuple>
 #include <unordered_map>
 #include <utility>
 
@@ -99,18 +100,18 @@ class GraphBuilder {
   }
 
   void addEdges(const NodePartition& partition) {
-    std::map<std::pair<std::uint32_t, std::uint32_t>, GraphEdge> edges;
+    std::map<std::tuple<std::uint32_t, std::uint32_t, bool>, GraphEdge> edges;
     for (const IndexedLink& link : links_) {
       const std::uint32_t from = partition.groupOf[link.from], to = partition.groupOf[link.to];
-      GraphEdge& edge = edges[{from, to}];
+      GraphEdge& edge = edges[{from, to, link.isConnection}];
       const std::string& path = paths_.texts[link.path];
       if (edge.links++ == 0) {
         edge.from = from;
         edge.to = to;
         edge.path = path;
+        edge.isConnection = link.isConnection;
       }
       edge.hasOtherPaths = edge.hasOtherPaths || edge.path != path;
-      edge.isConnection = edge.isConnection && link.isConnection;
     }
     for (auto& [groups, edge] : edges) graph_.edges.push_back(std::move(edge));
   }
@@ -124,7 +125,7 @@ class GraphBuilder {
     for (std::size_t i = maxEdges; i < edges.size(); ++i) graph_.hiddenLinks += edges[i].links;
     edges.resize(maxEdges);
     std::sort(edges.begin(), edges.end(), [](const GraphEdge& a, const GraphEdge& b) {
-      return std::pair(a.from, a.to) < std::pair(b.from, b.to);
+      return std::tuple(a.from, a.to, a.isConnection) < std::tuple(b.from, b.to, b.isConnection);
     });
   }
 

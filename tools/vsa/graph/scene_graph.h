@@ -21,8 +21,8 @@ struct GraphGroup {
   std::size_t typeIndex = 0;
 };
 
-/// An arrow of the drawing: all links from the nodes of one group to the nodes of the same group or
-/// of another one.
+/// An arrow of the drawing: all references, or all connections, from the nodes of one group to the
+/// nodes of the same group or of another one.
 struct GraphEdge {
   std::size_t from = 0, to = 0;
   std::uint64_t links = 0;
@@ -30,9 +30,9 @@ struct GraphEdge {
   std::string path;
   /// Whether the arrow also represents links with other paths.
   bool hasOtherPaths = false;
-  /// Whether all links are connections. A connection to the node that the same input also refers to
-  /// does not count as one.
-  bool isConnection = true;
+  /// Whether the links are connections. A connection to the node that the same input also refers to
+  /// counts as a reference.
+  bool isConnection = false;
 };
 
 struct SceneGraph {
