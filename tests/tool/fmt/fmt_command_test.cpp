@@ -196,6 +196,8 @@ TEST_F(FmtCommandTest, ReadsAPipeThatIsNamed) {
                      " fmt --max-text 1000 /dev/stdin >out.txt 2>err.txt"),
             1);
   EXPECT_NE(content("err.txt").find("not read completely"), std::string::npos);
+  EXPECT_EQ(statusOf(VSA_COMMAND " fmt --check --max-text 1000 /dev/zero 2>err.txt"), 1);
+  EXPECT_NE(content("err.txt").find("not read completely"), std::string::npos);
 }
 
 // Nobody writes to the pipe, so opening it would wait.

@@ -32,9 +32,10 @@ bool TextFile::open(const std::string& name, std::uint64_t maxBytes) {
   if (name == "-") return copy(STDIN_FILENO, maxBytes) && readMark();
   file_.reset(std::fopen(name.c_str(), "re"));
   if (file_ == nullptr || ::fstat(descriptor(), &status_) != 0) return fail();
-  if (S_ISFIFO(status_.st_mode)) {
-    const FilePointer pipe = std::move(file_);
-    return copy(::fileno(pipe.get()), maxBytes) && readMark();
+  const bool isBoundedDevice = S_ISCHR(status_.st_mode) && maxBytes != vsa::UNLIMITED;
+  if (S_ISFIFO(status_.st_mode) || isBoundedDevice) {
+    const FilePointer input = std::move(file_);
+    return copy(::fileno(input.get()), maxBytes) && readMark();
   }
   name_ = name;
   return readMark();
