@@ -8,13 +8,13 @@ namespace vsa_tools {
 
 namespace {
 
-/// Adds the reason why the reading ended early, if no diagnostic contains that reason.
-void addEnd(const vsa::ReadOutcome& read, bool hasFatal, std::vector<Loss>& losses) {
+/// Adds the reason why the reading is not complete, if no diagnostic contains that reason.
+void addEnd(const vsa::ReadOutcome& read, bool hasReason, std::vector<Loss>& losses) {
   if (read.status == vsa::ReadStatus::Unreadable) {
     losses.push_back({"reading failed midway: " + read.message, std::nullopt});
   } else if (read.status == vsa::ReadStatus::Cancelled) {
     losses.push_back({"interrupted", std::nullopt});
-  } else if (!read.isComplete() && !hasFatal) {
+  } else if (!read.isComplete() && !hasReason) {
     losses.push_back({read.message, std::nullopt});
   }
 }
@@ -24,7 +24,7 @@ void addEnd(const vsa::ReadOutcome& read, bool hasFatal, std::vector<Loss>& loss
 FileOutcome readScene(vsa::Scene& scene, const InputFile& input, vsa::ReadOptions options) {
   FileOutcome outcome;
   std::vector<Loss> cuts;
-  bool hasFatal = false;
+  bool hasReason = false;
   Progress progress("reading");
   options.keptDiagnostics = 0;
   options.onProgress = [&, next = std::move(options.onProgress)](const vsa::ReadProgress& at) {
@@ -32,7 +32,7 @@ FileOutcome readScene(vsa::Scene& scene, const InputFile& input, vsa::ReadOption
     return !next || next(at);
   };
   options.onDiagnostic = [&, next = std::move(options.onDiagnostic)](const vsa::Diagnostic& found) {
-    hasFatal |= found.endedReading;
+    hasReason |= found.endedReading || found.id == vsa::DiagnosticId::OverLimit;
     if (std::optional<Loss> loss = lossOf(found)) {
       cuts.push_back(*std::move(loss));
     } else if (next) {
@@ -44,7 +44,7 @@ FileOutcome readScene(vsa::Scene& scene, const InputFile& input, vsa::ReadOption
   if (std::optional<Loss> loss = byteLoss(*input.source))
     outcome.losses.push_back(*std::move(loss));
   outcome.losses.insert(outcome.losses.end(), cuts.begin(), cuts.end());
-  addEnd(outcome.read, hasFatal, outcome.losses);
+  addEnd(outcome.read, hasReason, outcome.losses);
   return outcome;
 }
 
