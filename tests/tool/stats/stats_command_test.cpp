@@ -139,6 +139,7 @@ TEST_F(StatsTest, DamagedFilesAreCountedAsFarAsTheyWereRead) {
     EXPECT_NE("complete", Json::parse(run.out)["files"][0]["status"]) << name;
   }
   EXPECT_EQ(2, Json::parse(vsa("stats --json bad.vsa").out)["total"]["nodes"]);
+  EXPECT_TRUE(vsa("stats bad.vsa").out.starts_with("bad.vsa (stopped-by-error)\n"));
   const auto missing = vsa("stats missing.vsa bad.vsa");
   EXPECT_EQ(2, missing.status);
   EXPECT_TRUE(missing.err.starts_with("vsa: missing.vsa: No such file or directory\n"))

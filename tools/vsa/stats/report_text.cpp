@@ -116,8 +116,10 @@ std::string factsTable(const SceneStatistics& counts, std::uint64_t peakMemory) 
                                   countText(counts.references + counts.connections),
                                   countText(counts.references), countText(counts.connections),
                                   countText(counts.brokenLinks))});
-  table.add({"Longest path", fmt::format("{} ({} bytes)", shortText(counts.longestPath),
-                                         countText(counts.longestPath.size()))});
+  table.add({"Longest path", counts.longestPath.empty()
+                                 ? "-"
+                                 : fmt::format("{} ({} bytes)", shortText(counts.longestPath),
+                                               countText(counts.longestPath.size()))});
   table.add({"Deepest path", fmt::format("{} inputs", countText(counts.deepestPath))});
   table.add({"Reading", speedText(counts)});
   if (peakMemory > 0) table.add({"Peak memory", sizeText(peakMemory)});
@@ -145,11 +147,17 @@ std::string filesTable(const StatisticsReport& report) {
   return table.text();
 }
 
+/// Returns the name of a file, with the status of a reading that is not complete.
+std::string titleOf(const FileStatistics& file) {
+  const bool isComplete = file.status == vsa::name(vsa::ReadStatus::Complete);
+  return printable(file.name) + (isComplete ? "" : " (" + file.status + ')');
+}
+
 }  // namespace
 
 std::string reportText(const StatisticsReport& report) {
   const bool hasFiles = report.files.size() != 1;
-  const std::string head = hasFiles ? filesTable(report) : printable(report.files[0].name) + '\n';
+  const std::string head = hasFiles ? filesTable(report) : titleOf(report.files[0]) + '\n';
   return head + '\n' + factsTable(report.total, report.peakMemoryBytes) + '\n' +
          nodesTable(report.total) + '\n' + inputsTable(report.total) + buffersTable(report.total) +
          largestTable(report.total, hasFiles);
