@@ -19,19 +19,21 @@ bool isRepresentable(std::string_view comment) {
 }
 
 /// The version and the time that a text with these comments sets: those of the last comment with
-/// one.
+/// one. Copies no comment but one with a version, because comments may be long.
 struct HeaderValues {
   unsigned long long version = 0;
   bool hasVersion = false;
-  String time;
+  String timeComment;  // the last comment with a time, or an empty one
+
+  std::string_view time() const { return headerValue(timeComment.view()); }
 
   void add(const String& comment) {
-    const String value = String::copyOf(headerValue(comment.view()));
+    const std::string_view value = headerValue(comment.view());
     if (setsVersion(comment.view())) {
-      const bool isNumber = String::parse(value, version, String::Radix::Decimal);
+      const bool isNumber = String::parse(String::copyOf(value), version, String::Radix::Decimal);
       hasVersion = hasVersion || isNumber;
-    } else if (setsTime(comment.view()) && !value.isEmpty()) {
-      time = value;
+    } else if (setsTime(comment.view()) && !value.empty()) {
+      timeComment = comment;
     }
   }
 };
@@ -54,7 +56,7 @@ void HeaderText::checkComments() {
     }
   }
   checkVersion(found.version, found.hasVersion);
-  checkTime(found.time);
+  checkTime(found.time());
 }
 
 void HeaderText::checkVersion(unsigned long long found, bool isFound) {
@@ -64,14 +66,14 @@ void HeaderText::checkVersion(unsigned long long found, bool isFound) {
   (isFound ? last_ : first_) += "# version: " + std::to_string(version) + '\n';
 }
 
-void HeaderText::checkTime(const String& found) {
+void HeaderText::checkTime(std::string_view found) {
   const String time = scene_.fileTime();
-  if (time == found) return;
+  if (time.view() == found) return;
   const String comment = String("# time: ") + time;
   const bool setsSameTime = isRepresentable(comment.view()) && setsTime(comment.view()) &&
                             !time.isEmpty() && headerValue(comment.view()) == time.view();
   if (!setsSameTime || form_ != HeaderForm::Complete) return problems_.push_back(reasons::TIME);
-  std::string& place = found.isEmpty() ? first_ : last_;
+  std::string& place = found.empty() ? first_ : last_;
   place.append(comment.view()) += '\n';
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <vsa/model/scene.h>
@@ -25,7 +26,7 @@ class HeaderText {
  private:
   void checkComments();
   void checkVersion(unsigned long long found, bool isFound);
-  void checkTime(const zn::String& found);
+  void checkTime(std::string_view found);
 
   const zn::korvo_sdk::Scene& scene_;
   HeaderForm form_;

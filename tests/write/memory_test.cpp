@@ -76,6 +76,15 @@ TEST(WriteMemory, IsBoundedForSeveralForms) {
   for (const vsa::WriteOptions& options : forms) EXPECT_LT(peakOf(scene, options), MAX_BYTES);
 }
 
+TEST(WriteMemory, LongCommentsAreNotCopied) {
+  for (const std::string key : {"note", "time"}) {
+    const std::string comment = "# " + key + ": " + std::string(12 << 20, 'x');
+    Scene scene;
+    ASSERT_TRUE(readInto(scene, comment + "\nthing a;").result);
+    EXPECT_LT(peakOf(scene, {}), MAX_BYTES) << key;
+  }
+}
+
 TEST(WriteMemory, DeepScenesAreWalkedWithoutRecursion) {
   SceneBuilder made;
   made.scene.setDepthLimit(Scene::MAX_DEPTH_LIMIT);
