@@ -29,10 +29,10 @@ inline constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 class TextFile {
  public:
   /// Opens the file `name`. "-" is standard input. Standard input and named pipes are copied to a
-  /// temporary file, and so is a device if `maxBytes` bounds the copy. The copy ends after more than `maxBytes` bytes, so that the reading finds that
-  /// the text is too long. Returns false if the file cannot be read, or the copy not written. Then
-  /// problem() returns the reason. If Ctrl-C ends the copying, returns true: the text is then
-  /// incomplete.
+  /// temporary file, and so is a device if `maxBytes` bounds the copy. The copy ends after more
+  /// than `maxBytes` bytes, so that the reading finds that the text is too long. Returns false if
+  /// the file cannot be read, or the copy not written. Then problem() returns the reason. If Ctrl-C
+  /// ends the copying, returns true: the text is then incomplete.
   bool open(const std::string& name, std::uint64_t maxBytes = vsa::UNLIMITED);
   /// Closes the file, so that it takes no descriptor. A temporary copy stays open.
   void close();
