@@ -4,7 +4,7 @@
 
 #include "tools/vsa/common/scene/input_walk.h"
 #include "tools/vsa/common/scene/name_pattern.h"
-#include "tools/vsa/diff/node_match.h"
+#include "tools/vsa/diff/match/node_match.h"
 
 namespace vsa_tools {
 

@@ -1,4 +1,4 @@
-#include "tools/vsa/diff/content_hash.h"
+#include "tools/vsa/diff/match/content_hash.h"
 
 #include <bit>
 #include <cstring>

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include <vsa/view.h>
-#include "tools/vsa/diff/content_hash.h"
+#include "tools/vsa/diff/match/content_hash.h"
 
 namespace vsa_tools {
 

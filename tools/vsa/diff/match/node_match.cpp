@@ -1,4 +1,4 @@
-#include "tools/vsa/diff/node_match.h"
+#include "tools/vsa/diff/match/node_match.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "tools/vsa/common/scene/node_links.h"
-#include "tools/vsa/diff/content_hash.h"
-#include "tools/vsa/diff/unpaired_nodes.h"
+#include "tools/vsa/diff/match/content_hash.h"
+#include "tools/vsa/diff/match/unpaired_nodes.h"
 
 namespace vsa_tools {
 

@@ -1,4 +1,4 @@
-#include "tools/vsa/diff/unpaired_nodes.h"
+#include "tools/vsa/diff/match/unpaired_nodes.h"
 
 #include <algorithm>
 #include <utility>
