@@ -3,25 +3,19 @@
 #include <utility>
 
 #include "tools/vsa/common/files/progress.h"
+#include "tools/vsa/common/interrupt.h"
+#include "tools/vsa/common/output/exit_status.h"
+#include "tools/vsa/input/input_file.h"
 
 namespace vsa_tools {
 
 namespace {
 
-/// Adds the reason why the reading is not complete, if no diagnostic contains that reason.
-void addEnd(const vsa::ReadOutcome& read, bool hasReason, std::vector<Loss>& losses) {
-  if (read.status == vsa::ReadStatus::Unreadable) {
-    losses.push_back({"reading failed midway: " + read.message, std::nullopt});
-  } else if (read.status == vsa::ReadStatus::Cancelled) {
-    losses.push_back({"interrupted", std::nullopt});
-  } else if (!read.isComplete() && !hasReason) {
-    losses.push_back({read.message, std::nullopt});
-  }
+void addTo(std::vector<Loss>& losses, std::optional<Loss> loss) {
+  if (loss) losses.push_back(*std::move(loss));
 }
 
-}  // namespace
-
-FileOutcome readScene(vsa::Scene& scene, const InputFile& input, vsa::ReadOptions options) {
+FileOutcome readOpen(vsa::Scene& scene, const InputFile& input, vsa::ReadOptions options) {
   FileOutcome outcome;
   std::vector<Loss> cuts;
   bool hasReason = false;
@@ -41,11 +35,21 @@ FileOutcome readScene(vsa::Scene& scene, const InputFile& input, vsa::ReadOption
     }
   };
   outcome.read = vsa::readSourceInto(scene, *input.source, options);
-  if (std::optional<Loss> loss = byteLoss(*input.source))
-    outcome.losses.push_back(*std::move(loss));
+  addTo(outcome.losses, byteLoss(*input.source));
   outcome.losses.insert(outcome.losses.end(), cuts.begin(), cuts.end());
-  addEnd(outcome.read, hasReason, outcome.losses);
+  addTo(outcome.losses, endLoss(outcome.read, hasReason));
   return outcome;
+}
+
+}  // namespace
+
+std::optional<FileOutcome> readScene(vsa::Scene& scene, const std::string& name,
+                                     const vsa::ReadOptions& options) {
+  const InterruptScope interrupts;
+  const InputFile input = openInput(name);
+  if (input.problem.empty()) return readOpen(scene, input, options);
+  printError(shownName(name) + ": " + input.problem);
+  return std::nullopt;
 }
 
 }  // namespace vsa_tools

@@ -1,10 +1,11 @@
 // Reads one file into a scene, and finds problems that the reader does not log.
 #pragma once
 
+#include <optional>
+#include <string>
 #include <vector>
 
 #include <vsa/read.h>
-#include "tools/vsa/input/input_file.h"
 #include "tools/vsa/input/loss.h"
 
 namespace vsa_tools {
@@ -18,9 +19,11 @@ struct FileOutcome {
   bool isComplete() const { return read.isComplete() && losses.empty(); }
 };
 
-/// Reads `input` into `scene` and shows a progress line. `input` must be open.
-/// `options.onDiagnostic` receives the diagnostics that are no losses, and
-/// `options.keptDiagnostics` is ignored.
-FileOutcome readScene(vsa::Scene& scene, const InputFile& input, vsa::ReadOptions options);
+/// Reads the file `name` into `scene` and shows a progress line. "-" is standard input. If the file
+/// cannot be opened, prints why, and returns nothing. Ctrl-C ends the wait for the first bytes and
+/// the reading; see isInterrupted(). `options.onDiagnostic` receives the diagnostics that are no
+/// losses, and `options.keptDiagnostics` is ignored. The caller must not have an InterruptScope.
+std::optional<FileOutcome> readScene(vsa::Scene& scene, const std::string& name,
+                                     const vsa::ReadOptions& options);
 
 }  // namespace vsa_tools

@@ -1,5 +1,7 @@
 #include "tools/vsa/convert/convert_command.h"
 
+#include <optional>
+
 #include <vsa/scene.h>
 #include "tools/vsa/common/file_diagnostics.h"
 #include "tools/vsa/common/interrupt.h"
@@ -37,25 +39,15 @@ int ConvertCommand::run() {
     return EXIT_USAGE;
   }
   if (!types_.empty() && !declareTypesOf(types_)) return EXIT_USAGE;
-  const InputFile input = openInput(file_);
-  if (!input.problem.empty()) {
-    printError(shownName(file_) + ": " + input.problem);
-    return EXIT_USAGE;
-  }
   vsa::Scene scene;
   FileDiagnostics diagnostics(shownName(file_), reading_);
-  {
-    const InterruptScope interrupts;
-    const FileOutcome outcome = readScene(scene, input, diagnostics.options());
-    diagnostics.add(outcome);
-    if (isInterrupted()) return EXIT_INTERRUPTED;
-    if (!outcome.isComplete()) {
-      printError(shownName(file_) +
-                 ": nothing was written, because the file was not read completely");
-      return EXIT_NOT_READ;
-    }
-  }
-  return writing_.write(scene, file_);
+  const std::optional<FileOutcome> outcome = readScene(scene, file_, diagnostics.options());
+  if (outcome) diagnostics.add(*outcome);
+  if (isInterrupted()) return EXIT_INTERRUPTED;
+  if (!outcome) return EXIT_USAGE;
+  if (outcome->isComplete()) return writing_.write(scene, file_);
+  printError(shownName(file_) + ": nothing was written, because the file was not read completely");
+  return EXIT_NOT_READ;
 }
 
 }  // namespace vsa_tools

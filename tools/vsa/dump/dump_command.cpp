@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <optional>
 
 #include "tools/scene_text/scene_dump.h"
 #include "tools/vsa/common/diagnostic.h"
@@ -17,15 +18,6 @@
 #include "tools/vsa/input/input_file.h"
 
 namespace vsa_tools {
-
-namespace {
-
-FileOutcome read(const InputFile& input, vsa::Scene& scene, DumpLog& log) {
-  const InterruptScope interrupts;
-  return readScene(scene, input, log.options());
-}
-
-}  // namespace
 
 void DumpCommand::addTo(CommandOptions& options) {
   options.add("FILE", file_, "File to read; - is standard input").required();
@@ -102,23 +94,19 @@ int DumpCommand::write(const vsa::Scene& scene, const ReadStatus& status,
 }
 
 int DumpCommand::run() {
-  const InputFile input = openInput(file_);
-  if (!input.problem.empty()) {
-    printError(shownName(file_) + ": " + input.problem);
-    return EXIT_USAGE;
-  }
   vsa::Scene scene;
   DumpLog log(reading_);
-  const FileOutcome outcome = read(input, scene, log);
-  const ReadStatus status = log.end(outcome.read);
+  const std::optional<FileOutcome> outcome = readScene(scene, file_, log.options());
+  if (!outcome) return isInterrupted() ? EXIT_INTERRUPTED : EXIT_USAGE;
+  const ReadStatus status = log.end(outcome->read);
   const int written = write(scene, status, log);
   const std::string name = shownName(file_);
-  for (const Loss& loss : outcome.losses) {
+  for (const Loss& loss : outcome->losses) {
     printLine(diagnosticLine(name, loss.position, "error", loss.text));
   }
   if (log.notKept() > 0) printNotPrinted(name, log.notKept());
   if (written == EXIT_USAGE) return EXIT_USAGE;
-  const int read = outcome.isComplete() ? EXIT_READ : EXIT_NOT_READ;
+  const int read = outcome->isComplete() ? EXIT_READ : EXIT_NOT_READ;
   return isInterrupted() ? EXIT_INTERRUPTED : std::max(written, read);
 }
 

@@ -1,5 +1,6 @@
 #include "tools/vsa/input/loss.h"
 
+#include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/input/encoding.h"
 
 namespace vsa_tools {
@@ -33,6 +34,18 @@ std::optional<Loss> byteLoss(const InspectedSource& source) {
   }
   if (!source.firstNul()) return std::nullopt;
   return Loss{"a NUL byte, at which a string, comment or name ends", source.firstNul()};
+}
+
+std::optional<Loss> endLoss(const vsa::ReadOutcome& read, bool isReported) {
+  if (read.isComplete()) return std::nullopt;
+  if (isInterrupted() || read.status == vsa::ReadStatus::Cancelled) {
+    return Loss{"interrupted", std::nullopt};
+  }
+  if (read.status == vsa::ReadStatus::Unreadable) {
+    return Loss{"reading failed midway: " + read.message, std::nullopt};
+  }
+  if (isReported) return std::nullopt;
+  return Loss{read.message, std::nullopt};
 }
 
 }  // namespace vsa_tools

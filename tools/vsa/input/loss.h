@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include <vsa/reading/read_diagnostic.h>
+#include <vsa/read.h>
 #include "tools/vsa/input/inspected_source.h"
 
 namespace vsa_tools {
@@ -26,5 +26,10 @@ std::optional<Loss> lossOf(const vsa::Diagnostic& diagnostic);
 /// compressed, has another encoding, or has a NUL byte. Returns only the first of these, because
 /// the others follow from it: a text in UTF-16 has many NUL bytes.
 std::optional<Loss> byteLoss(const InspectedSource& source);
+
+/// Returns why a reading ended before the end of the text: the file could not be read, Ctrl-C was
+/// pressed, or something else, if no diagnostic reported it (`isReported`). Returns nothing if the
+/// whole text was read.
+std::optional<Loss> endLoss(const vsa::ReadOutcome& read, bool isReported);
 
 }  // namespace vsa_tools

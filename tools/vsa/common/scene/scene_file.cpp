@@ -68,10 +68,7 @@ class Reading {
   void add(const vsa::Diagnostic& found) {
     file_.brokenLinks += isBrokenLink(found.id);
     endIsReported_ = endIsReported_ || found.endedReading;
-    if (const std::optional<Loss> loss = lossOf(found)) {
-      add(loss->position, "error", loss->text);
-      return;
-    }
+    if (const std::optional<Loss> loss = lossOf(found)) return add(loss);
     const bool hasPosition = !found.kind.empty();
     const Position position{found.logLineNumber, found.logColumn};
     const std::string text = arguments_.lineOf(found);
@@ -95,14 +92,17 @@ class Reading {
     file_.result.diagnostics.clear();
     if (file_.result.isComplete()) return;
     file_.exitStatus = isInterrupted() ? EXIT_INTERRUPTED : EXIT_NOT_READ;
-    if (!endIsReported_) add(std::nullopt, "error", file_.result.message);
+    add(endLoss(file_.result, endIsReported_));
   }
 
   void addByteLoss(const InspectedSource& source) {
     const std::optional<Loss> loss = byteLoss(source);
-    if (!loss) return;
-    file_.exitStatus = std::max<int>(file_.exitStatus, EXIT_NOT_READ);
-    add(loss->position, "error", loss->text);
+    if (loss) file_.exitStatus = std::max<int>(file_.exitStatus, EXIT_NOT_READ);
+    add(loss);
+  }
+
+  void add(const std::optional<Loss>& loss) {
+    if (loss) add(loss->position, "error", loss->text);
   }
 
   const ReadArguments& arguments_;
