@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <future>
 #include <mutex>
@@ -103,25 +104,50 @@ class Formatting {
     };
     const HeldSink::Check check = std::async(launchFor(file_), [&] {
       std::optional<FormatOutcome> refused = refusal(read());
-      refused ? written.cancel() : compare();
+      if (refused) {
+        written.cancel();
+      } else {
+        compare();
+      }
       return refused;
     });
     const CancelAtEnd ending(written);
-    TextFileSource whole(file_.descriptor()), beginning(file_.descriptor());
-    ComparingSink old(whole);
-    GrowingSink changes(replacement, old, beginning, written);
-    bool isWritten = format(changes);
-    const bool isChanged = !old.isSame();
-    if (isWritten && isChanged) isWritten = changes.end();
-    if (!isWritten || !isChanged) written.cancel();
-    if (isWritten && isChanged) compare();
+    const Written result = writeChanges(replacement, written);
+    if (result == Written::Whole) compare();
     if (const auto& refused = check.get()) return *refused;
-    if (!isWritten) {
+    if (result == Written::Unchanged) return {};
+    if (result == Written::Failed) {
       const std::string problem = replacement.error();
       return failed(EXIT_USAGE, shown_, problem.empty() ? "changed while it was read" : problem);
     }
-    if (!isChanged) return {};
-    if (!isSame.value_or(false) || isTooLong(newFile)) {
+    return replaceBy(replacement, isSame.value_or(false));
+  }
+
+ private:
+  /// What was written of the formatted text.
+  enum class Written : std::uint8_t {
+    Whole,
+    Unchanged,  ///< Nothing: the file is formatted already.
+    Failed,
+  };
+
+  /// Formats the file into the new file. Writes nothing until both differ. Cancels `written` unless
+  /// the new file is whole.
+  Written writeChanges(vsa::FileReplacement& replacement, GrowingFile& written) const {
+    TextFileSource whole(file_.descriptor()), beginning(file_.descriptor());
+    ComparingSink old(whole);
+    GrowingSink changes(replacement, old, beginning, written);
+    const bool isFormatted = format(changes);
+    const bool isChanged = !old.isSame();
+    if (isFormatted && isChanged && changes.end()) return Written::Whole;
+    written.cancel();
+    return isFormatted && !isChanged ? Written::Unchanged : Written::Failed;
+  }
+
+  /// Replaces the file by the new file, unless that cannot be read as the same text or the file has
+  /// changed meanwhile. `isSame` says whether both have the same tokens.
+  FormatOutcome replaceBy(vsa::FileReplacement& replacement, bool isSame) const {
+    if (!isSame || isTooLong(replacement.newFile())) {
       return failed(EXIT_NOT_READ, shown_,
                     "left alone, because its formatted text reads differently");
     }
@@ -132,7 +158,6 @@ class Formatting {
     return {};
   }
 
- private:
   /// Compares the tokens of the new file, which may still grow, with those of the file.
   bool hasSameTokens(const std::string& newFile, const GrowingFile& written) const {
     TextFile formatted;
