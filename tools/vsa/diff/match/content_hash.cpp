@@ -57,7 +57,7 @@ std::uint64_t typeHash(vsa::InputView input) {
   return static_cast<std::uint64_t>(type == vsa::ValueType::Node ? vsa::ValueType::Null : type);
 }
 
-/// Calls `visit` with each input that is not ignored, and with a hash of its path.
+/// Calls `visit` with each input that is not ignored.
 template <class Visit>
 void walkContent(vsa::NodeView node, const std::vector<std::string>& ignored, const Visit& visit) {
   walkInputs(node, [&](const InputPlace& place) {
@@ -65,7 +65,7 @@ void walkContent(vsa::NodeView node, const std::vector<std::string>& ignored, co
         matchesAny(ignored, std::string(node.name()) + '.' + std::string(place.path))) {
       return false;
     }
-    visit(place, textHash(place.path));
+    visit(place);
     return true;
   });
 }
@@ -73,11 +73,13 @@ void walkContent(vsa::NodeView node, const std::vector<std::string>& ignored, co
 /// Calls `visit` with the reference and the connection of an input: a hash of the path and the
 /// connected output, and the target.
 template <class Visit>
-void visitLinks(const InputPlace& place, std::uint64_t path, const Visit& visit) {
+void visitLinks(const InputPlace& place, const Visit& visit) {
   const vsa::ConnectionView source = place.input.connection();
-  if (const vsa::NodeView target = place.input.node()) visit(mixHashes(path, 1), target);
+  if (const vsa::NodeView target = place.input.node()) {
+    visit(mixHashes(textHash(place.path), 1), target);
+  }
   if (const vsa::NodeView target = source.node()) {
-    visit(mixHashes(path, textHash(source.output())), target);
+    visit(mixHashes(textHash(place.path), textHash(source.output())), target);
   }
 }
 
@@ -95,10 +97,11 @@ NodeContent contentOf(vsa::NodeView node, const std::vector<std::string>& ignore
                       const std::function<bool(vsa::NodeView)>& hasCounterpart) {
   NodeContent content;
   content.hash = textHash(node.type());
-  walkContent(node, ignored, [&](const InputPlace& place, std::uint64_t path) {
+  walkContent(node, ignored, [&](const InputPlace& place) {
     // A sum, because it does not depend on the order of the inputs.
-    content.hash += mixHashes(path, mixHashes(typeHash(place.input), valueHash(place.input)));
-    visitLinks(place, path, [&](std::uint64_t link, vsa::NodeView target) {
+    content.hash +=
+        mixHashes(textHash(place.path), mixHashes(typeHash(place.input), valueHash(place.input)));
+    visitLinks(place, [&](std::uint64_t link, vsa::NodeView target) {
       if (hasCounterpart(target)) {
         content.hash += mixHashes(link, textHash(target.name()));
       } else {
@@ -112,8 +115,8 @@ NodeContent contentOf(vsa::NodeView node, const std::vector<std::string>& ignore
 NodeLinks linksOf(vsa::NodeView node, const std::vector<std::string>& ignored,
                   const std::function<bool(vsa::NodeView)>& hasCounterpart) {
   NodeLinks links;
-  walkContent(node, ignored, [&](const InputPlace& place, std::uint64_t path) {
-    visitLinks(place, path, [&](std::uint64_t link, vsa::NodeView target) {
+  walkContent(node, ignored, [&](const InputPlace& place) {
+    visitLinks(place, [&](std::uint64_t link, vsa::NodeView target) {
       if (!hasCounterpart(target)) links.emplace_back(link, target);
     });
   });

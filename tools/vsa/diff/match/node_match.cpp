@@ -34,14 +34,15 @@ class ContentMatch {
       : ignored_(ignored), pairs_(pairs), a_(a, pairs.ofA, ignored), b_(b, pairs.ofB, ignored) {}
 
   // First, pairs nodes whose content is unique, and those that links from or to a pair show. Then
-  // only a choice among nodes with the same content is left.
+  // only a choice among nodes with the same content is left. Pairs of the same name need no second
+  // pass: the links from them are followed in the first one, and linksTo() has no links to them.
   void pairAll(vsa::SceneView a) {
     if (a_.nodes().empty() || b_.nodes().empty()) return;
     followLinks();
     groupByHash();
     pairUnique();
-    pairAlongLinksOfAll(a, Choice::OnlyOne);
-    pairAlongLinksOfAll(a, Choice::First);
+    pairAlongLinksOf(a.nodes(), Choice::OnlyOne);
+    pairAlongLinksOf(a_.nodes(), Choice::First);
     pairInOrder();
   }
 
@@ -72,8 +73,8 @@ class ContentMatch {
     }
   }
 
-  void pairAlongLinksOfAll(vsa::SceneView a, Choice choice) {
-    for (const vsa::NodeView node : a.nodes()) {
+  void pairAlongLinksOf(const auto& nodesOfA, Choice choice) {
+    for (const vsa::NodeView node : nodesOfA) {
       if (const vsa::NodeView other = pairs_.inB(node)) pending_.emplace_back(node, other);
     }
     pairAlongLinks(choice);
