@@ -67,6 +67,14 @@ TEST_F(InterruptTest, CheckListsNoPassedTestForATextThatItDidNotRead) {
   EXPECT_EQ(said.find("<testcase"), said.npos) << said;
 }
 
+// A program that receives the report must not take what is missing in it for mended.
+TEST_F(InterruptTest, CheckReportsThatItWasNotSuccessful) {
+  write("a.vsa", "lamp a: .k = 1;\n.l = 1;\n");
+  EXPECT_EQ(statusOf(interrupted("check --format sarif -", "test $i -gt 10")), 130);
+  const std::string said = content("stdout.txt");
+  EXPECT_NE(said.find("\"executionSuccessful\":false"), said.npos) << said;
+}
+
 // Here, the file to be fixed is the pipe itself. A regular file in its place would contain only a
 // part of the text.
 TEST_F(InterruptTest, CheckDoesNotFixATextThatItDidNotReadToItsEnd) {

@@ -109,6 +109,7 @@ int CheckRun::run() {
         return !printer_.isFull() && !isInterrupted();
       });
   totals_.isEndedEarly = printer_.isFull();
+  totals_.isInterrupted = isInterrupted();
   const bool isWritten = printer_.end(totals_, options_.isQuiet ? "" : summary());
   if (!isWritten) printError(std::string("cannot write: ") + std::strerror(errno));
   // After Ctrl-C, the findings of some files are missing.

@@ -28,6 +28,7 @@ struct Totals {
   std::uint64_t inBaseline = 0;  ///< Findings that are in the baseline.
   std::uint64_t fixed = 0;       ///< Findings whose edits were applied.
   bool isEndedEarly = false;     ///< Whether Printer::isFull() is true.
+  bool isInterrupted = false;    ///< Whether Ctrl-C ended the check.
 };
 
 /// One output format. Several threads may call the const functions at the same time. The other

@@ -106,7 +106,8 @@ std::string SarifFormat::add(std::string rendered) {
 
 std::string SarifFormat::end(const Totals& totals) {
   const Json tool{{"driver", driver()}};
-  const Json invocations = Json::array({{{"executionSuccessful", totals.unreadable == 0}}});
+  const bool isWhole = totals.unreadable == 0 && !totals.isInterrupted;
+  const Json invocations = Json::array({{{"executionSuccessful", isWhole}}});
   return "\n],\n\"tool\":" + dump(tool) + ",\n\"invocations\":" + dump(invocations) + "}]}\n";
 }
 
