@@ -21,6 +21,8 @@ STANDARD = ["algorithm", "cstdint", "filesystem", "fstream", "functional", "map"
 # The files that are embedded in the command, as in tools/CMakeLists.txt.
 EMBEDDED = {"pageTemplate": "tools/vsa/stats/page.html", "chartScript": "tools/vsa/stats/vendor/chart.umd.min.js",
             "messagesPage": "docs/messages.md", "rulesPage": "docs/rules.md"}
+# If more tests include a header, only its own test is compiled again. Compiling a test takes a second.
+MAX_TESTS_OF_HEADER = 10
 EMBEDDED_SOURCE = "tools/vsa/embedded_files.cpp"
 
 
@@ -190,7 +192,12 @@ class Base:
         return [file] if file.endswith(".cpp") else self.used_by.get(file, [])
 
     def tests_of_header(self, file):
-        """Returns the tests that have the name of the header and include it: they have copies of what it defines."""
-        name = pathlib.Path(file).stem + "_test.cpp"
-        return [test for test in self.all_tests() if file.endswith(".h") and pathlib.Path(test).name == name and
-                str(self.tree / file) in listed_files(self.object(test))]
+        """Returns the tests that must be compiled again when the header `file` changes, because they have copies of what
+        it defines: those that include it themselves or, if they are many, the one that has its name."""
+        if not file.endswith(".h"):
+            return []
+        written = re.compile(rf'#include [<"]({file}|{file.partition("/")[2]})[>"]')
+        tests = [test for test in self.all_tests() if written.search((self.tree / test).read_text())]
+        if len(tests) <= MAX_TESTS_OF_HEADER:
+            return tests
+        return [test for test in tests if pathlib.Path(test).name == pathlib.Path(file).stem + "_test.cpp"]
