@@ -77,6 +77,20 @@ TEST_F(DiffTest, ARenamedChainInReverseOrder) {
   EXPECT_EQ(shown, diff(a, b));
 }
 
+// The contents differ only in the node that three links lead to, and a longer chain must not change
+// what is a pair.
+TEST_F(DiffTest, RenamedChainsThatDifferAtTheirEnds) {
+  const std::string a = "p a1: .n = a2; q a2: .n = a3; r a3: .n = a4; s a4: .k = 1;";
+  const std::string b = "p b1: .n = b2; q b2: .n = b3; r b3: .n = b4; s b4: .k = 2;";
+  const std::string shown = "- p a1\n- q a2\n- r a3\n- s a4\n+ p b1\n+ q b2\n+ r b3\n+ s b4\n";
+  EXPECT_EQ(shown, diff(a, b));
+  const std::string c = "t c1: .n = c2; t c2: .n = c3; t c3: .n = c4; t c4: .n = c5; t c5;";
+  const std::string d = "t d1: .n = d2; t d2: .n = d3; t d3: .n = d4; t d4: .n = d5; t d5;";
+  const std::string renamed =
+      "~ t c1 -> d1\n~ t c2 -> d2\n~ t c3 -> d3\n~ t c4 -> d4\n~ t c5 -> d5\n";
+  EXPECT_EQ(renamed + shown, diff(c + a, d + b));
+}
+
 TEST_F(DiffTest, ValuesOfEveryKind) {
   const struct {
     const char *a, *b, *shown;

@@ -75,12 +75,11 @@ void walkContent(vsa::NodeView node, const std::vector<std::string>& ignored, co
 template <class Visit>
 void visitLinks(const InputPlace& place, const Visit& visit) {
   const vsa::ConnectionView source = place.input.connection();
-  if (const vsa::NodeView target = place.input.node()) {
-    visit(mixHashes(textHash(place.path), 1), target);
-  }
-  if (const vsa::NodeView target = source.node()) {
-    visit(mixHashes(textHash(place.path), textHash(source.output())), target);
-  }
+  const vsa::NodeView referred = place.input.node(), connected = source.node();
+  if (!referred && !connected) return;
+  const std::uint64_t path = textHash(place.path);
+  if (referred) visit(mixHashes(path, 1), referred);
+  if (connected) visit(mixHashes(path, textHash(source.output())), connected);
 }
 
 }  // namespace

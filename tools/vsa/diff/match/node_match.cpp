@@ -51,15 +51,23 @@ class ContentMatch {
   enum class Choice : std::uint8_t { OnlyOne, First };
 
   /// Computes the hashes of both scenes. They are comparable after the same number of rounds. Ends
-  /// when a round tells no more nodes apart.
+  /// when a round tells no more nodes apart, also none of A from one of B.
   void followLinks() {
-    std::size_t count = 0;
+    std::size_t count = hashCount();
     for (int round = 0; round < MAX_ROUNDS; ++round) {
       a_.followLinks();
       b_.followLinks();
-      const std::size_t before = std::exchange(count, a_.hashCount() + b_.hashCount());
-      if (round > 0 && count == before) return;
+      const std::size_t before = std::exchange(count, hashCount());
+      if (count == before) return;
     }
+  }
+
+  /// Returns the number of different hashes in both scenes.
+  std::size_t hashCount() const {
+    std::vector<std::uint64_t> all = a_.hashes();
+    all.insert(all.end(), b_.hashes().begin(), b_.hashes().end());
+    std::sort(all.begin(), all.end());
+    return static_cast<std::size_t>(std::unique(all.begin(), all.end()) - all.begin());
   }
 
   void groupByHash() {

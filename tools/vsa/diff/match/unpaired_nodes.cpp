@@ -1,6 +1,5 @@
 #include "tools/vsa/diff/match/unpaired_nodes.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "tools/vsa/common/scene/node_links.h"
@@ -50,12 +49,6 @@ void UnpairedNodes::followLinks() {
     next.push_back(hash);
   }
   hashes_ = std::move(next);
-}
-
-std::size_t UnpairedNodes::hashCount() const {
-  std::vector<std::uint64_t> sorted = hashes_;
-  std::sort(sorted.begin(), sorted.end());
-  return static_cast<std::size_t>(std::unique(sorted.begin(), sorted.end()) - sorted.begin());
 }
 
 }  // namespace vsa_tools

@@ -31,8 +31,8 @@ class UnpairedNodes {
   /// Combines the hash of each node with the hashes of the nodes that it links to. After n calls, a
   /// hash depends on all nodes that at most n links lead to.
   void followLinks();
-  /// Returns how many different hashes there are.
-  std::size_t hashCount() const;
+  /// Returns the hashes of all nodes, in the order of nodes().
+  const std::vector<std::uint64_t>& hashes() const { return hashes_; }
 
  private:
   // The index in `nodes_` of the node in each slot. NO_INDEX for a node that has a counterpart.
