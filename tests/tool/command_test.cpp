@@ -223,6 +223,23 @@ TEST_F(CommandTest, TheSizeOfReadsDoesNotMatter) {
   }
 }
 
+// The reading goes on after a buffer that is not created. The message about the first one tells why
+// it is not complete, so it is shown even after --max-diagnostics, and only once.
+TEST_F(CommandTest, TheFirstRefusedBufferIsReportedOnce) {
+  write("a.vsa",
+        "lamp a: .k = 1;\n.k = 2.5;\n.k = 2.5;\n.x = float[1000000000000] {1};\n"
+        ".y = float[1000000000000] {1};\n");
+  for (const char* command : {"convert", "dump", "graph", "stats", "tree", "types"}) {
+    const auto run = vsa(std::string(command) + " --max-diagnostics 1 a.vsa");
+    EXPECT_EQ(1, run.status) << command;
+    const std::string said = run.out + run.err;
+    const size_t found = said.find("the buffer float[1000000000000] of a.x");
+    EXPECT_NE(said.npos, found) << command << '\n' << said;
+    EXPECT_EQ(said.npos, said.find("the buffer", found + 1)) << command << '\n' << said;
+    EXPECT_NE(said.npos, said.find("2 more ")) << command << '\n' << said;
+  }
+}
+
 // Closing a socket that has unread data resets the connection. The read after the sent data then
 // fails.
 TEST_F(CommandTest, AReadErrorIsNotAnEndOfFile) {

@@ -121,6 +121,19 @@ TEST_F(InterruptTest, CommandsEndBeforeTheFirstByte) {
   }
 }
 
+// No process ever opens the pipe to write to it.
+TEST_F(InterruptTest, CommandsEndWhileTheyOpenAPipe) {
+  ASSERT_EQ(statusOf("mkfifo pipe"), 0);
+  for (const char* command : {"dump", "tree", "types"}) {
+    EXPECT_EQ(statusOf(std::string("env --default-signal=INT " VSA_COMMAND " ") + command +
+                       " pipe >stdout.txt 2>stderr.txt & vsa=$!; sleep 0.3; kill -INT $vsa; "
+                       "wait $vsa"),
+              130)
+        << command;
+    EXPECT_EQ(content("stderr.txt"), "vsa: pipe: interrupted\n") << command;
+  }
+}
+
 TEST_F(InterruptTest, DumpPrintsWhatItRead) {
   write("a.vsa", "lamp a: .k = 1;\n.l = 1;\n.m = 1;\n");
   EXPECT_EQ(statusOf(interrupted("dump -", "test $i -gt 10")), 130);

@@ -10,10 +10,10 @@ vsa::ReadOptions FileDiagnostics::options() {
   return options;
 }
 
-// Prints or counts a diagnostic. The diagnostic that ends the reading is printed even after
-// --max-diagnostics.
+// Prints or counts a diagnostic. The one that tells why the reading is not complete is printed even
+// after --max-diagnostics.
 void FileDiagnostics::add(const vsa::Diagnostic& diagnostic) {
-  const bool isPrinted = diagnostic.endedReading || printed_ < arguments_.maxDiagnostics();
+  const bool isPrinted = end_.isToldBy(diagnostic) || printed_ < arguments_.maxDiagnostics();
   ++(isPrinted ? printed_ : notPrinted_);
   if (isPrinted) print(positionOf(diagnostic), diagnostic.severity, arguments_.lineOf(diagnostic));
 }

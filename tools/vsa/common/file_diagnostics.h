@@ -35,6 +35,7 @@ class FileDiagnostics {
 
   std::string name_;
   const ReadArguments& arguments_;
+  ReadingEnd end_;
   std::uint64_t printed_ = 0, notPrinted_ = 0;
 };
 

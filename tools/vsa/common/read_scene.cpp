@@ -18,7 +18,7 @@ void addTo(std::vector<Loss>& losses, std::optional<Loss> loss) {
 FileOutcome readOpen(vsa::Scene& scene, const InputFile& input, vsa::ReadOptions options) {
   FileOutcome outcome;
   std::vector<Loss> cuts;
-  bool hasReason = false;
+  ReadingEnd end;
   Progress progress("reading");
   options.keptDiagnostics = 0;
   options.onProgress = [&, next = std::move(options.onProgress)](const vsa::ReadProgress& at) {
@@ -26,7 +26,7 @@ FileOutcome readOpen(vsa::Scene& scene, const InputFile& input, vsa::ReadOptions
     return !next || next(at);
   };
   options.onDiagnostic = [&, next = std::move(options.onDiagnostic)](const vsa::Diagnostic& found) {
-    hasReason |= found.endedReading || found.id == vsa::DiagnosticId::OverLimit;
+    end.isToldBy(found);
     if (std::optional<Loss> loss = lossOf(found)) {
       cuts.push_back(*std::move(loss));
     } else if (next) {
@@ -37,7 +37,7 @@ FileOutcome readOpen(vsa::Scene& scene, const InputFile& input, vsa::ReadOptions
   outcome.read = vsa::readSourceInto(scene, *input.source, options);
   addTo(outcome.losses, byteLoss(*input.source));
   outcome.losses.insert(outcome.losses.end(), cuts.begin(), cuts.end());
-  addTo(outcome.losses, endLoss(outcome.read, hasReason));
+  addTo(outcome.losses, end.loss(outcome.read));
   return outcome;
 }
 

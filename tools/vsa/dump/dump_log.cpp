@@ -14,13 +14,14 @@ vsa::ReadOptions DumpLog::options() {
 
 void DumpLog::add(const vsa::Diagnostic& diagnostic) {
   std::string line = arguments_.lineOf(diagnostic);
+  const bool tellsEnd = end_.isToldBy(diagnostic);
   if (diagnostic.endedReading) {
     fatal_ = std::move(line);
     return;
   }
   const bool fits = kept_ < arguments_.maxDiagnostics() && line.size() <= MAX_BYTES &&
                     json_.text().size() <= MAX_BYTES - line.size();
-  if (fits) {
+  if (fits || tellsEnd) {
     put(diagnostic.severity, line);
   } else {
     ++notKept_;

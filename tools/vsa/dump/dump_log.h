@@ -10,6 +10,7 @@
 #include "tools/scene_text/read_outcome.h"
 #include "tools/scene_text/text_output.h"
 #include "tools/vsa/common/read_arguments.h"
+#include "tools/vsa/input/loss.h"
 
 namespace vsa_tools {
 
@@ -18,7 +19,7 @@ namespace vsa_tools {
 class DumpLog {
  public:
   /// The maximum size in bytes of json() is about this. A diagnostic that does not fit is only
-  /// counted, except for the one that ended the reading.
+  /// counted, except for the one that tells why the reading is not complete.
   static constexpr std::uint64_t MAX_BYTES = std::uint64_t{64} << 20;
 
   /// `arguments` must outlive the object.
@@ -43,6 +44,7 @@ class DumpLog {
   const ReadArguments& arguments_;
   TextOutput json_;
   std::optional<std::string> fatal_;  // the line of the diagnostic that ended the reading
+  ReadingEnd end_;
   std::uint64_t kept_ = 0, notKept_ = 0;
 };
 

@@ -65,7 +65,7 @@ InputFile openInput(const std::string& name) {
   const bool isNamed = name != "-";
   const int descriptor = isNamed ? ::open(name.c_str(), O_RDONLY | O_CLOEXEC) : STDIN_FILENO;
   if (descriptor < 0) {
-    input.problem = std::strerror(errno);
+    input.problem = isInterrupted() ? "interrupted" : std::strerror(errno);
     return input;
   }
   input.source = std::make_unique<DescriptorSource>(descriptor, isNamed);

@@ -1,5 +1,7 @@
 #include "tools/vsa/input/loss.h"
 
+#include <utility>
+
 #include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/input/encoding.h"
 
@@ -36,7 +38,12 @@ std::optional<Loss> byteLoss(const InspectedSource& source) {
   return Loss{"a NUL byte, at which a string, comment or name ends", source.firstNul()};
 }
 
-std::optional<Loss> endLoss(const vsa::ReadOutcome& read, bool isReported) {
+bool ReadingEnd::isToldBy(const vsa::Diagnostic& diagnostic) {
+  if (diagnostic.endedReading) return isTold_ = true;
+  return diagnostic.id == vsa::DiagnosticId::OverLimit && !std::exchange(isTold_, true);
+}
+
+std::optional<Loss> ReadingEnd::loss(const vsa::ReadOutcome& read) const {
   if (read.isComplete()) return std::nullopt;
   if (isInterrupted() || read.status == vsa::ReadStatus::Cancelled) {
     return Loss{"interrupted", std::nullopt};
@@ -44,7 +51,7 @@ std::optional<Loss> endLoss(const vsa::ReadOutcome& read, bool isReported) {
   if (read.status == vsa::ReadStatus::Unreadable) {
     return Loss{"reading failed midway: " + read.message, std::nullopt};
   }
-  if (isReported) return std::nullopt;
+  if (isTold_) return std::nullopt;
   return Loss{read.message, std::nullopt};
 }
 

@@ -27,9 +27,18 @@ std::optional<Loss> lossOf(const vsa::Diagnostic& diagnostic);
 /// the others follow from it: a text in UTF-16 has many NUL bytes.
 std::optional<Loss> byteLoss(const InspectedSource& source);
 
-/// Returns why a reading ended before the end of the text: the file could not be read, Ctrl-C was
-/// pressed, or something else, if no diagnostic reported it (`isReported`). Returns nothing if the
-/// whole text was read.
-std::optional<Loss> endLoss(const vsa::ReadOutcome& read, bool isReported);
+/// Finds the reason why a reading is not complete. It is shown even after --max-diagnostics.
+class ReadingEnd {
+ public:
+  /// Whether the diagnostic tells the reason: it ended the reading, or is the first one about a
+  /// limit, after which the reading may go on. Must be called for each diagnostic.
+  bool isToldBy(const vsa::Diagnostic& diagnostic);
+  /// Returns the reason if no diagnostic tells it: the file could not be read, Ctrl-C was pressed,
+  /// or something else. Returns nothing if the reading is complete.
+  std::optional<Loss> loss(const vsa::ReadOutcome& read) const;
+
+ private:
+  bool isTold_ = false;
+};
 
 }  // namespace vsa_tools

@@ -63,18 +63,18 @@ class Reading {
     return options;
   }
 
-  // Adds or counts a message. The message about the end of the reading is added even after
-  // --max-diagnostics.
+  // Adds or counts a message. The one that tells why the reading is not complete is added even
+  // after --max-diagnostics.
   void add(const vsa::Diagnostic& found) {
     file_.brokenLinks += isBrokenLink(found.id);
-    endIsReported_ = endIsReported_ || found.endedReading;
+    const bool tellsEnd = end_.isToldBy(found);
     if (const std::optional<Loss> loss = lossOf(found)) return add(loss);
     const bool hasPosition = !found.kind.empty();
     const Position position{found.logLineNumber, found.logColumn};
     const std::string text = arguments_.lineOf(found);
     const bool fits = kept_ < arguments_.maxDiagnostics() &&
                       file_.messages.size() + text.size() <= KEPT_MESSAGE_BYTES;
-    if (!fits && !found.endedReading) {
+    if (!fits && !tellsEnd) {
       ++dropped_;
       return;
     }
@@ -92,7 +92,7 @@ class Reading {
     file_.result.diagnostics.clear();
     if (file_.result.isComplete()) return;
     file_.exitStatus = isInterrupted() ? EXIT_INTERRUPTED : EXIT_NOT_READ;
-    add(endLoss(file_.result, endIsReported_));
+    add(end_.loss(file_.result));
   }
 
   void addByteLoss(const InspectedSource& source) {
@@ -109,7 +109,7 @@ class Reading {
   const ReadingProgress& progress_;
   SceneFile file_;
   std::uint64_t kept_ = 0, dropped_ = 0;
-  bool endIsReported_ = false;
+  ReadingEnd end_;
 };
 
 }  // namespace
