@@ -13,7 +13,14 @@ using vsa_tests::CommandOutcome;
 constexpr char RAW[] = "sphere ball: .radius=1.50;  # r\n\n\n\n.at=vec3( 1,2,3 );\n";
 constexpr char DONE[] = "sphere ball:\n  .radius = 1.50;  # r\n\n  .at = vec3(1 2 3);\n";
 
-class FmtCommandTest : public vsa_tests::CommandFixture {};
+class FmtCommandTest : public vsa_tests::CommandFixture {
+ protected:
+  /// Replaces the file by its formatted text. Calls `onRead` after each read of the file.
+  vsa_tools::FormatOutcome replace(const std::string& path,
+                                   const vsa_tools::ReadingProgress& onRead) {
+    return vsa_tools::formatFile(path, vsa_tools::FormatMode::Replace, {}, onRead);
+  }
+};
 
 TEST_F(FmtCommandTest, PrintsByDefault) {
   write("a.vsa", RAW);
@@ -141,18 +148,76 @@ TEST_F(FmtCommandTest, NamesThePlaceOfAMistake) {
 
 // What another program saves while the text is formatted is not lost.
 TEST_F(FmtCommandTest, KeepsAFileThatChangesMeanwhile) {
+  const std::string path = (folder_ / "a.vsa").string();
   for (const bool isReplaced : {true, false}) {
     write("a.vsa", RAW);
     const auto save = [&](std::uint64_t, std::uint64_t) {
-      if (isReplaced) std::filesystem::remove(folder_ / "a.vsa");
+      if (isReplaced) std::filesystem::remove(path);
       write("a.vsa", "t saved;");
     };
-    const vsa_tools::FormatOutcome outcome = vsa_tools::formatFile(
-        (folder_ / "a.vsa").string(), vsa_tools::FormatMode::Replace, {}, save);
-    EXPECT_NE(outcome.status, 0);
-    EXPECT_EQ(outcome.messages.size(), 1U);
+    const vsa_tools::FormatOutcome outcome = replace(path, save);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.messages,
+              std::vector<std::string>{"vsa: " + path +
+                                       ": left alone, because it changed while it was read"});
     EXPECT_EQ(content("a.vsa"), "t saved;");
   }
+}
+
+// Another program changes one digit after the text was formatted, and gives the file its old time.
+TEST_F(FmtCommandTest, ComparesTheTextsBeforeItReplacesTheFile) {
+  const std::string path = (folder_ / "a.vsa").string();
+  write("a.vsa", "t  n: .k = 1;");
+  const auto time = std::filesystem::last_write_time(path);
+  const auto save = [&](std::uint64_t, std::uint64_t) {
+    write("a.vsa", "t  n: .k = 2;");
+    std::filesystem::last_write_time(path, time);
+  };
+  const vsa_tools::FormatOutcome outcome = replace(path, save);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.messages,
+            std::vector<std::string>{"vsa: " + path +
+                                     ": left alone, because its formatted text reads differently"});
+  EXPECT_EQ(content("a.vsa"), "t  n: .k = 2;");
+}
+
+TEST_F(FmtCommandTest, WritesNoTextAboveTheLimit) {
+  write("a.vsa", "a x;b y;c z;");
+  const auto run = vsa("fmt -i --max-text 12 a.vsa");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err,
+            "vsa: a.vsa: left alone, because its formatted text exceeds the limit (--max-text)\n");
+  EXPECT_EQ(content("a.vsa"), "a x;b y;c z;");
+}
+
+TEST_F(FmtCommandTest, ReplacesAFileWithTwoNamesOnce) {
+  write("a.vsa", RAW);
+  std::filesystem::create_symlink("a.vsa", folder_ / "link.vsa");
+  const auto run = vsa("fmt -i -j 4 a.vsa ./a.vsa link.vsa a.vsa");
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(content("a.vsa"), DONE);
+}
+
+// Two threads check and format a text of more than 4 MB. The one that ends first compares.
+TEST_F(FmtCommandTest, ReplacesALongTextOfSmallNodes) {
+  std::string raw, done;
+  for (int i = 0; i < 200'000; ++i) {
+    const std::string number = std::to_string(i);
+    raw += "lamp   l" + number + ":.power=" + number + ";\n";
+    done += "lamp l" + number + ":\n  .power = " + number + ";\n";
+  }
+  write("a.vsa", raw);
+  EXPECT_EQ(vsa("fmt a.vsa >done.vsa").status, 0);
+  EXPECT_EQ(vsa("fmt -i a.vsa").status, 0);
+  EXPECT_EQ(content("a.vsa"), done);
+  EXPECT_EQ(vsa("fmt -i a.vsa").status, 0);
+  EXPECT_EQ(content("a.vsa"), done);
+  write("a.vsa", raw + "l0 = ;");
+  const auto run = vsa("fmt -i a.vsa");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_TRUE(run.err.starts_with("a.vsa:200001:")) << run.err;
+  EXPECT_EQ(content("a.vsa"), raw + "l0 = ;");
 }
 
 TEST_F(FmtCommandTest, FoldersListsAndJobs) {

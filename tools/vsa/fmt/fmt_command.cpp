@@ -1,7 +1,11 @@
 #include "tools/vsa/fmt/fmt_command.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cstdio>
+#include <set>
+#include <utility>
 
 #include "tools/vsa/common/files/files_progress.h"
 #include "tools/vsa/common/files/ordered_workers.h"
@@ -21,6 +25,19 @@ bool print(const FormatOutcome& outcome) {
   const bool isWritten = sink.write(outcome.output) && sink.flush();
   if (!isWritten) printError(sink.error());
   return isWritten;
+}
+
+/// Returns the files without those that were named before, also by a link. Two workers must not
+/// replace the same file.
+std::vector<std::string> withoutRepeated(const std::vector<std::string>& files) {
+  std::set<std::pair<dev_t, ino_t>> found;
+  std::vector<std::string> different;
+  for (const std::string& file : files) {
+    struct stat status {};
+    const bool exists = ::stat(file.c_str(), &status) == 0;
+    if (!exists || found.emplace(status.st_dev, status.st_ino).second) different.push_back(file);
+  }
+  return different;
 }
 
 }  // namespace
@@ -46,7 +63,9 @@ void FmtCommand::addTo(CommandOptions& options) {
       "Exit status:\n"
       "  0  every file was formatted; with --check and --diff: and none would change\n"
       "  1  a file would change, or was not read completely and is left alone\n"
-      "  2  wrong usage, a file that cannot be opened, or output that cannot be written");
+      "  2  wrong usage, a file that cannot be opened or changes meanwhile, or output that cannot "
+      "be\n"
+      "     written");
 }
 
 FormatMode FmtCommand::mode() const {
@@ -87,7 +106,7 @@ int FmtCommand::run() {
     printError("-i needs files; standard input cannot be replaced");
     return EXIT_USAGE;
   }
-  return std::max(formatAll(files), listed);
+  return std::max(formatAll(replaces_ ? withoutRepeated(files) : files), listed);
 }
 
 }  // namespace vsa_tools

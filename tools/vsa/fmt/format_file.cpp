@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <cstring>
 #include <future>
-#include <mutex>
 #include <optional>
 #include <utility>
 
@@ -17,7 +16,7 @@
 #include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/output/exit_status.h"
 #include "tools/vsa/common/writing/output_sink.h"
-#include "tools/vsa/fmt/comparison/same_tokens.h"
+#include "tools/vsa/fmt/comparison/file_comparison.h"
 #include "tools/vsa/fmt/diff/line_diff.h"
 #include "tools/vsa/fmt/growing_file.h"
 #include "tools/vsa/fmt/held_sink.h"
@@ -57,7 +56,7 @@ class Formatting {
     HeldSink held(sink, check);
     const bool isWritten = format(held) && held.release() && sink.flush();
     if (const auto& refused = check.get()) return *refused;
-    return isWritten ? FormatOutcome() : failed(EXIT_USAGE, shown_, sink.error());
+    return isWritten ? FormatOutcome() : failedWith(sink.error());
   }
 
   FormatOutcome check() {
@@ -74,7 +73,7 @@ class Formatting {
     const HeldSink::Check check = startCheck();
     const FilePointer formatted(std::tmpfile());
     if (formatted == nullptr) return failed(EXIT_USAGE, shown_, std::strerror(errno));
-    if (!formatInto(formatted.get())) return failed(EXIT_USAGE, shown_, std::strerror(errno));
+    if (!formatInto(formatted.get())) return failedWith(std::strerror(errno));
     if (const auto& refused = check.get()) return *refused;
     FormatOutcome outcome;
     printDiff(file_.descriptor(), ::fileno(formatted.get()), shown_, shown_ + " (formatted)",
@@ -94,33 +93,28 @@ class Formatting {
       if (const auto refused = refusal(read())) return *refused;
       return failed(EXIT_USAGE, shown_, replacement.error());
     }
-    const std::string newFile = replacement.newFile();
-    GrowingFile written;
-    std::mutex comparing;
-    std::optional<bool> isSame;  // whether both texts have the same tokens
-    const auto compare = [&] {
-      const std::lock_guard lock(comparing);
-      if (!isSame) isSame = hasSameTokens(newFile, written);
-    };
+    FileComparison tokens(file_, replacement.newFile());
     const HeldSink::Check check = std::async(launchFor(file_), [&] {
       std::optional<FormatOutcome> refused = refusal(read());
       if (refused) {
-        written.cancel();
+        tokens.written().cancel();
       } else {
-        compare();
+        tokens.compare();
       }
       return refused;
     });
-    const CancelAtEnd ending(written);
-    const Written result = writeChanges(replacement, written);
-    if (result == Written::Whole) compare();
-    if (const auto& refused = check.get()) return *refused;
-    if (result == Written::Unchanged) return {};
-    if (result == Written::Failed) {
-      const std::string problem = replacement.error();
-      return failed(EXIT_USAGE, shown_, problem.empty() ? "changed while it was read" : problem);
+    const CancelAtEnd ending(tokens.written());
+    const Written result = writeChanges(replacement, tokens.written());
+    if (result == Written::Whole) tokens.compare();
+    const auto& refused = check.get();
+    // Then the text that was read may be a mixture of two.
+    if (!file_.isUnchanged()) {
+      return failed(EXIT_USAGE, shown_, "left alone, because it changed while it was read");
     }
-    return replaceBy(replacement, isSame.value_or(false));
+    if (refused) return *refused;
+    if (result == Written::Unchanged) return {};
+    if (result == Written::Failed) return failedWith(replacement.error());
+    return replaceBy(replacement, tokens.isSame());
   }
 
  private:
@@ -133,7 +127,7 @@ class Formatting {
 
   /// Formats the file into the new file. Writes nothing until both differ. Cancels `written` unless
   /// the new file is whole.
-  Written writeChanges(vsa::FileReplacement& replacement, GrowingFile& written) const {
+  Written writeChanges(vsa::FileReplacement& replacement, GrowingFile& written) {
     TextFileSource whole(file_.descriptor()), beginning(file_.descriptor());
     ComparingSink old(whole);
     GrowingSink changes(replacement, old, beginning, written);
@@ -144,34 +138,19 @@ class Formatting {
     return isFormatted && !isChanged ? Written::Unchanged : Written::Failed;
   }
 
-  /// Replaces the file by the new file, unless that cannot be read as the same text or the file has
-  /// changed meanwhile. `isSame` says whether both have the same tokens.
+  /// Replaces the file by the new file, unless that cannot be read as the same text. `isSame` says
+  /// whether both have the same tokens.
   FormatOutcome replaceBy(vsa::FileReplacement& replacement, bool isSame) const {
-    if (!isSame || isTooLong(replacement.newFile())) {
+    if (!isSame) {
       return failed(EXIT_NOT_READ, shown_,
                     "left alone, because its formatted text reads differently");
     }
-    if (!file_.isUnchanged()) {
-      return failed(EXIT_USAGE, shown_, "left alone, because it changed while it was read");
+    if (isTooLong(replacement.newFile())) {
+      return failed(EXIT_NOT_READ, shown_,
+                    "left alone, because its formatted text exceeds the limit (--max-text)");
     }
     if (!replacement.replace()) return failed(EXIT_USAGE, shown_, replacement.error());
     return {};
-  }
-
-  /// Compares the tokens of the new file, which may still grow, with those of the file.
-  bool hasSameTokens(const std::string& newFile, const GrowingFile& written) const {
-    TextFile formatted;
-    if (!openGrowing(formatted, newFile, written)) return false;
-    TextFileSource left(file_), right(formatted);
-    GrowingFileSource growing(written, right, formatted.begin());
-    vsa::SyntaxReader expected(left), found(growing);
-    return haveSameTokens(expected, found) && left.error().empty() && right.error().empty();
-  }
-
-  /// Opens the new file when it is so long that it may have a byte order mark.
-  static bool openGrowing(TextFile& file, const std::string& name, const GrowingFile& written) {
-    written.waitForMore(BYTE_ORDER_MARK.size() - 1);
-    return file.open(name);
   }
 
   /// Whether the new file is longer than a text may be.
@@ -213,14 +192,22 @@ class Formatting {
   }
 
   /// Writes the formatted text to the sink. A byte order mark of the file is written first.
-  bool format(vsa::Sink& sink) const {
+  bool format(vsa::Sink& sink) {
     TextFileSource source = sourceOf(file_);
     vsa::SyntaxReader reader(source);
     if (file_.hasMark() && !sink.write(BYTE_ORDER_MARK)) return false;
-    return formatText(reader, sink) && source.error().empty();
+    const bool isWritten = formatText(reader, sink);
+    readError_ = source.error();
+    return isWritten && readError_.empty();
   }
 
-  bool formatInto(std::FILE* to) const {
+  /// Returns the outcome of a format() that failed: the file could not be read, or the sink failed
+  /// with the error `written`.
+  FormatOutcome failedWith(const std::string& written) const {
+    return failed(EXIT_USAGE, shown_, readError_.empty() ? written : readError_);
+  }
+
+  bool formatInto(std::FILE* to) {
     FileSink sink(to);
     return format(sink) && std::fflush(to) == 0;
   }
@@ -247,6 +234,7 @@ class Formatting {
   const ReadArguments& arguments_;
   const ReadingProgress& onProgress_;
   const std::uint64_t bytes_;  // the size of the text in bytes
+  std::string readError_;      // the error that ended the reading of the file in format()
   // The number of bytes that were read in all passes.
   mutable std::atomic<std::uint64_t> done_ = 0;
 };

@@ -31,12 +31,12 @@ struct FormatOutcome {
 };
 
 /// Formats the file `name`. "-" is standard input. In mode Replace, the file remains unchanged if
-/// it cannot be read completely, or if the formatted text has other tokens or more bytes than the
-/// arguments allow. The tokens are compared before the file is replaced. Mode Print
-/// writes to standard output, but nothing if the file cannot be read completely. The other modes
-/// print nothing. Ctrl-C ends the formatting, see isInterrupted(). The text is read several times.
-/// `onProgress` is called with the number of bytes read so far to check and format the text, and
-/// with the number of bytes that both together read. For a large file, two threads call it,
+/// it cannot be read completely or changes meanwhile, or if the formatted text has other tokens or
+/// more bytes than the arguments allow. The tokens are compared before the file is replaced. Mode
+/// Print writes to standard output, but nothing if the file cannot be read completely. The other
+/// modes print nothing. Ctrl-C ends the formatting, see isInterrupted(). The text is read several
+/// times. `onProgress` is called with the number of bytes read so far to check and format the text,
+/// and with the number of bytes that both together read. For a large file, two threads call it,
 /// also at the same time.
 FormatOutcome formatFile(const std::string& name, FormatMode mode,
                          const ReadArguments& arguments = {},

@@ -26,10 +26,10 @@ struct ReadingCheck {
   bool operator==(const ReadingCheck&) const = default;
 };
 
-/// Reads a text through a ShortListSource, which needs little memory. The result is not complete if
-/// a reading ends early, if the size of the text is known and exceeds its limit, and if
-/// the text has several parts and one of them changes a node of an earlier one. Then only a reading
-/// of the whole text shows whether it can be read completely.
+/// Reads a text through a ShortListSource, which needs little memory. The result is not complete in
+/// three cases: a reading ends early, the size of the text is known and exceeds its limit, or the
+/// text has several parts and one of them changes a node of an earlier one. Then only a reading of
+/// the whole text shows whether it can be read completely.
 ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments = {},
                           std::uint64_t partBytes = ShortListSource::PART_BYTES);
 
