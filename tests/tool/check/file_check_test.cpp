@@ -53,9 +53,8 @@ TEST_F(FileCheckTest, DeliversTheFindingsThatItsSecondThreadMakesLast) {
 }
 
 // The input refers to a node once, so the rule for strings that are names looks up each string in
-// the scene. The findings are passed on
-// while the second thread finds more. If the consumer then ends the check, the thread must not use
-// the scene any more, which AddressSanitizer checks.
+// the scene. The findings are passed on while the second thread finds more. If the consumer then
+// ends the check, the thread must not use the scene any more, which AddressSanitizer checks.
 TEST_F(FileCheckTest, EndsItsSecondThreadBeforeTheScene) {
   std::string text = "lamp chief: .partner = lamp0;\n";
   for (int i = 0; i < 4000; ++i) {
