@@ -250,4 +250,16 @@ TEST(CInterface, NeedsNoPlaceForAValue) {
   EXPECT_STREQ(path, "before");
 }
 
+TEST(CInterface, CutsOffAPathThatIsTooLong) {
+  const Reading reading("a n: .b = true;", nullptr);
+  const vsa_input* const b = vsa_find_input(vsa_find_node(reading, "n"), "b");
+  constexpr std::string_view WRITTEN[] = {"", "n", "n.", "n.b", "n.b"};
+  for (std::size_t capacity = 1; capacity <= std::size(WRITTEN); ++capacity) {
+    char path[] = "before";
+    EXPECT_EQ(vsa_input_path(b, path, capacity), 3U);
+    EXPECT_EQ(std::string_view(path), WRITTEN[capacity - 1]);
+    EXPECT_EQ(std::string_view(path + capacity), std::string_view("before").substr(capacity));
+  }
+}
+
 }  // namespace

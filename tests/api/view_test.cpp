@@ -76,6 +76,15 @@ TEST(View, TurnsIntegersIntoOtherNumbersWhereNothingIsLost) {
   EXPECT_EQ(sun["power"].integer(), std::nullopt);
 }
 
+TEST(View, GivesAZeroAsAnyNumber) {
+  const vsa::Scene scene = sceneOf("lamp sun: .count = 0; .mask = 0u;");
+  for (const InputView zero : {scene["sun"]["count"], scene["sun"]["mask"]}) {
+    EXPECT_EQ(zero.integer(), 0);
+    EXPECT_EQ(zero.unsignedInteger(), 0U);
+    EXPECT_EQ(zero.real(), 0.0);
+  }
+}
+
 TEST(View, GivesTheFallbackForOtherTypesAndMissingInputs) {
   const vsa::Scene scene = sceneOf(TEXT);
   const NodeView sun = scene["sun"];

@@ -464,6 +464,21 @@ TEST(ReadLimits, TheDefaultIsUnlimitedForASourceThatAnnouncesUnlimitedBytes) {
   EXPECT_TRUE(vsa::readSource(source).isComplete());
 }
 
+// The limit is 64 MiB + 100 bytes for each announced byte, or the largest number of 64 bits if that
+// sum does not fit.
+TEST(ReadLimits, TheDefaultIsAtMostTheLargestNumberOf64Bits) {
+  constexpr std::uint64_t LAST = 184467440736424427;
+  constexpr std::pair<std::uint64_t, const char*> ROWS[] = {{LAST, "18446744073709551564"},
+                                                            {LAST + 1, "18446744073709551615"}};
+  for (const auto& [announced, limit] : ROWS) {
+    TestSource source("a x; x.b = byte[17000000000000000000] {1};");
+    source.announced = announced;
+    const ReadResult result = vsa::readSource(source);
+    expectLeftOut(Limit::Memory, result);
+    EXPECT_EQ(result.diagnostics[0].argument("maximum"), limit);
+  }
+}
+
 }  // namespace
 
 }  // namespace vsa_tests
