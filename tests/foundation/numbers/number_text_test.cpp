@@ -142,6 +142,19 @@ TEST(NumberText, EveryWhiteSpaceAroundIsIgnored) {
   EXPECT_FALSE(read<int>("4\xFF", number));
 }
 
+// The exponent of an integer may have a plus sign, and that of a real a minus sign, too.
+TEST(NumberText, OnlyASignOrADigitFollowsTheExponentLetter) {
+  for (int i = 0; i < 256; ++i) {
+    const char c = static_cast<char>(i);
+    const bool isDigit = c >= '0' && c <= '9';
+    const std::string text = std::string("1e") + c + '1';
+    int integer = 0;
+    EXPECT_EQ(read(text, integer), c == '+' || c == '0') << text;  // 1e11 does not fit in an int
+    double real = 0;
+    EXPECT_EQ(read(text, real), c == '+' || c == '-' || isDigit) << text;
+  }
+}
+
 /// Expects that the text has the same value as with strtod. If that value is infinite, the text
 /// must be refused.
 template <class Real>
