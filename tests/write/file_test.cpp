@@ -264,6 +264,20 @@ TEST_F(WriteFile, ReplacesNothingAfterAFailure) {
   EXPECT_EQ(filesInFolder(), 0U);
 }
 
+TEST_F(WriteFile, ObjectWithoutAFileClosesNoDescriptor) {
+  const int status = inChild([&] {
+    const int input = ::dup2(::open("/dev/null", O_RDONLY), STDIN_FILENO);
+    {
+      vsa::FileReplacement unopened;
+      vsa::FileReplacement failed;
+      if (failed.open(path.string() + std::string(1, '\0'))) return 1;
+    }
+    return ::fcntl(input, F_GETFD) != -1 ? 7 : 1;
+  });
+  ASSERT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 7);
+}
+
 // After a failed write, the new file is not complete. Therefore it does not replace the old file.
 TEST_F(WriteFile, AFailedWriteLeavesTheOldFile) {
   putOld();
