@@ -124,6 +124,7 @@ class HostInput final : public host::IInput {
   }
   std::uint64_t count() const override { return countsNone ? 0 : list_.size(); }
   host::IInput* element(std::uint64_t index) override {
+    EXPECT_LT(index, count());
     return options_.losesElements ? nullptr : &list_[index];
   }
   host::IInput* input(const zn::String& name) override {
