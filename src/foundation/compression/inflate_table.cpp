@@ -138,7 +138,7 @@ class Filler {
       for (; left_[bits] > 0; --left_[bits]) {
         if ((code_ & primaryMask) != prefix) {
           prefix = code_ & primaryMask;
-          const unsigned indexBits = subtableBits(bits, longest);
+          const unsigned indexBits = subtableBits(bits);
           start = end;
           subtableSize = std::size_t{1} << indexBits;
           end += subtableSize;
@@ -170,11 +170,12 @@ class Filler {
   }
 
   // Returns the number of bits that index the subtable of a prefix. `bits` is the length of the
-  // first code with this prefix. The subtable is large enough for all codes with this prefix.
-  unsigned subtableBits(unsigned bits, unsigned longest) const {
+  // first code with this prefix. The subtable is large enough for all codes with this prefix. The
+  // loop ends at the longest code at the latest, because the set is complete.
+  unsigned subtableBits(unsigned bits) const {
     unsigned indexBits = bits - primaryBits_;
     unsigned free = 1U << indexBits;
-    while (primaryBits_ + indexBits < longest && left_[primaryBits_ + indexBits] < free) {
+    while (left_[primaryBits_ + indexBits] < free) {
       free = (free - left_[primaryBits_ + indexBits]) << 1;
       ++indexBits;
     }
