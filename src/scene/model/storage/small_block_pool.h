@@ -35,7 +35,7 @@ class VSA_API SmallBlockPool {
   /// Together, these blocks take at most about twelve times the final size of the list. More
   /// classes would increase this factor.
   static constexpr std::size_t capacityFor(std::size_t bytes) noexcept {
-    const std::size_t step = std::max(ALIGNMENT, std::bit_floor(bytes - 1) / 8);
+    const std::size_t step = std::max(ALIGNMENT, std::bit_floor(bytes) / 8);
     // `step` is a power of two.
     return (bytes + step - 1) & ~(step - 1);
   }
