@@ -5,8 +5,8 @@
 namespace vsa {
 
 std::string_view MemoryText::bytes(std::uint64_t offset, std::size_t count) {
-  return offset < text_.size() ? text_.substr(static_cast<std::size_t>(offset), count)
-                               : std::string_view();
+  const auto start = static_cast<std::size_t>(std::min<std::uint64_t>(offset, text_.size()));
+  return text_.substr(start, count);
 }
 
 std::string_view FileText::bytes(std::uint64_t offset, std::size_t count) {
@@ -25,8 +25,7 @@ std::string_view KeptText::bytes(std::uint64_t offset, std::size_t count) {
   if (offset < keptOffset_) return {};
   const auto start = static_cast<std::size_t>(offset - keptOffset_);
   if (start >= kept_.size()) {
-    const std::size_t inBlock = start - kept_.size();
-    return inBlock < block_.size() ? block_.substr(inBlock, count) : std::string_view();
+    return block_.substr(std::min(start - kept_.size(), block_.size()), count);
   }
   const std::string_view first = std::string_view(kept_).substr(start, count);
   if (first.size() == count) return first;
