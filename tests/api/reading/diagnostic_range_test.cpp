@@ -52,6 +52,7 @@ const RangeRow RANGE_ROWS[] = {
     {InvalidToken, "lamp sun: .power = 50«%»;", "sun.power"},
     {InvalidToken, "lamp sun:\nlamp moon; .power = 50«%»;", "sun.power"},
     {InvalidToken, "lamp «%»sun;"},
+    {InvalidToken, "lamp sun;\nsun.power =;«%»"},
     {InvalidListToken, "sun: {«x»}", "", 0},
     // Strings, lists and texts that end too early.
     {UnexpectedEof, "lamp sun;\n  «\"»never closed;\n"},
