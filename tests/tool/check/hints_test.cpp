@@ -70,6 +70,8 @@ constexpr HintRow ROWS[] = {
     {"power = 2.5;", "write the node's name and a period"},
     {"lamp sun;\npower = 2.5;", "write the node's name and a period"},
     {".power = 2.5;", "write the node's name before the period"},
+    {"lamp sun;\nremove sun;\n.power = 2.5;", "write the node's name before the period"},
+    {"define sun;\n.power = 2.5;", "write the node's name before the period"},
     {"# version: 2.1\n", "write `# version: 2`"},
     {"# colour conversion: srgb\n", "put a blank before the colon", "# colour conversion : srgb\n"},
     // Wrong characters and lists.

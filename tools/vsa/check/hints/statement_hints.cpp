@@ -16,14 +16,20 @@ bool isConstant(std::string_view word) {
   return lower == "true" || lower == "false" || lower == "null";
 }
 
+// Returns the type or the keyword of the statement before `offset`, in lower case, if that consists
+// of two words and a semicolon, such as "remove sun;". Otherwise returns an empty text.
+std::string wordOfStatementBefore(HintText& text, std::uint64_t offset) {
+  const std::uint64_t end = text.endBefore(offset);
+  if (end == 0 || text.at(end - 1) != ';') return {};
+  const std::string_view name = nameBefore(text.text(), end - 1);
+  if (name.empty()) return {};
+  const auto begin = static_cast<std::uint64_t>(name.data() - text.text().data());
+  return loweredName(nameBefore(text.text(), begin));
+}
+
 // Whether the statement before `offset` removes a node. That node may be the with node.
 bool isBehindRemoval(HintText& text, std::uint64_t offset) {
-  const std::uint64_t end = text.endBefore(offset);
-  if (end == 0 || text.at(end - 1) != ';') return false;
-  const std::string_view name = nameBefore(text.text(), end - 1);
-  if (name.empty()) return false;
-  const auto begin = static_cast<std::uint64_t>(name.data() - text.text().data());
-  return loweredName(nameBefore(text.text(), begin)) == "remove";
+  return wordOfStatementBefore(text, offset) == "remove";
 }
 
 // Adds a hint for a wrong word: the first word of a statement, or a word after its first tokens.
@@ -246,9 +252,10 @@ void hintForVersion(HintText& text, const vsa::TextRange& range, Finding& findin
 // before the path is a declaration that ends with a semicolon, the hint is to end it with a colon.
 void hintForWithNode(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::uint64_t end = text.endBefore(range.begin.offset);
-  const std::string path(text.bytesOf(range));
   finding.hint = "write the node's name before the period, or set a node with `with name:`";
   if (end == 0 || text.at(end - 1) != ';') return;
+  const std::string word = wordOfStatementBefore(text, end);
+  if (word == "remove" || word == "define") return;
   const std::string_view before = text.text().substr(0, end - 1);
   const std::size_t name = before.find_last_of(" \t\r\n;:");
   const std::string_view node = before.substr(name == std::string_view::npos ? 0 : name + 1);
