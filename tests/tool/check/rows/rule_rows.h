@@ -113,6 +113,9 @@ const RuleRow RULE_ROWS[] = {
      "a b: .k[2] = 1; .k[1] = 1; .k[0] = 1; .k[ 3 ] = 2;"},
     {"array-gap", "a b: .k[0] = 1; .k«[5]» = 2; .k[2] = 1; .k[1] = 1; .k[4] = 1;",
      "a b: .k[0] = 1; .k[5] = 2; .k[2] = 1; .k[1] = 1; .k[4] = 1; .k[3] = 1;"},
+    // The path `.k[1]` belongs to no node.
+    {"array-gap", "a b; a c; remove c; b.k[0] = 1; remove d; a e;\n.k[1] = 1;\nb.k«[2]» = 1;\n",
+     "a b; a c; remove c; b.k[0] = 1; remove d; a e;\n.k[1] = 1;\nb.k[1] = 1;\n"},
     {"array-gap", "a b: .k[*].m«[1]» = 1; .k[1].m[0] = 1;", "a b: .k[*] = 1; .k[1] = 1;"},
     {"self-connection", "a b: .x |= «b.out»;\na c;\n", "a b: .x |= c.out;\na c: .x |= b.out;\n"},
     {"connection-circle", "a b: .x |= c.out;\na c: .y |= «b.out»;\n",

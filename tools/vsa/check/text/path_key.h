@@ -18,11 +18,12 @@ PathKey keyOfNode(std::string_view name);
 PathKey keyOfMember(PathKey parent, std::string_view name);
 PathKey keyOfElement(PathKey array, std::uint64_t index);
 /// Returns keys of nodes. After a node is removed, a new node of the same name gets another key.
+/// The key 0 is that of no node, and remains 0.
 class NodeGenerations {
  public:
   void remove(PathKey node) {
     ++removals_[node];
-    last_ = 0;
+    last_ = lastKey_ = 0;
   }
   PathKey keyOf(PathKey node) {
     if (removals_.empty()) return node;
