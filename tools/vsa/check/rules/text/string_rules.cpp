@@ -60,7 +60,7 @@ std::string hintForUnknown(char letter) {
 // Whether `behind` is "uHHHH" for a surrogate with the given highest bits: 0xD800 or 0xDC00.
 bool isSurrogate(std::string_view behind, unsigned int first) {
   unsigned int unit = 0;
-  if (behind.size() < 5 || behind.front() != 'u' || !isNumeric(behind, 4)) return false;
+  if (!behind.starts_with('u') || !isNumeric(behind, 4)) return false;
   std::from_chars(behind.data() + 1, behind.data() + 5, unit, 16);
   return (unit & 0xFC00U) == first;
 }
