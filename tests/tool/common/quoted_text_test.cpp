@@ -32,6 +32,14 @@ TEST(QuotedText, KeepsCharactersWhole) {
             "x" + text.substr(0, 117) + "[... 123 bytes ...]" + text.substr(240));
 }
 
+// Byte 120 and the byte that is the 60th from the end are the last bytes of their characters.
+TEST(QuotedText, KeepsCharactersOfFourBytesWhole) {
+  std::string text;
+  for (int i = 0; i < 100; ++i) text += "\xF0\x9F\x98\x80";
+  EXPECT_EQ(shortened("x" + text + "yyy"),
+            "x" + text.substr(0, 116) + "[... 224 bytes ...]" + text.substr(340) + "yyy");
+}
+
 struct Row {
   DiagnosticId id;
   std::vector<std::string> arguments;

@@ -14,10 +14,10 @@ constexpr std::size_t SHOWN_HEAD_BYTES = 120;
 constexpr std::size_t SHOWN_TAIL_BYTES = 60;
 
 // Returns the nearest offset at or before `at` at which a character begins, or `at` if none begins
-// within 3 bytes before it.
+// within 3 bytes before it. `at` must be at least 3.
 std::size_t characterBegin(std::string_view text, std::size_t at) {
   constexpr std::size_t MAX_TRAIL_BYTES = 3;
-  for (std::size_t back = 0; back <= MAX_TRAIL_BYTES && back <= at; ++back) {
+  for (std::size_t back = 0; back <= MAX_TRAIL_BYTES; ++back) {
     if (!utf8::internal::is_trail(text[at - back])) return at - back;
   }
   return at;
