@@ -39,6 +39,7 @@ constexpr HintRow ROWS[] = {
     {"mesh 3d;", "does not begin with a digit"},
     {"mesh True;", "are no names"},
     {"mesh \"arm\";", "write `arm`", "mesh arm;"},
+    {"mesh \"azAZ_09\";", "write `azAZ_09`", "mesh azAZ_09;"},
     {"lamp a, b;", "one node in each statement"},
     {"lamp a:\n.x : 1;", "write `=`", "lamp a:\n.x = 1;"},
     {"lamp a:\n.x := 1;", "write `=`", "lamp a:\n.x = 1;"},

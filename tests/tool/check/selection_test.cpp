@@ -97,6 +97,7 @@ TEST_F(SelectionTest, CommentsIgnoreFindings) {
        "0 errors, 1 warning\n"},
       {"lamp a: .k = 1;\n.k = 2.5;\n.k = 3.5;\n#vsa-check:ignore-file reader\n",
        "no problems found\n"},
+      {"lamp a: .k = 1;\n.k = 2.5; # vsa-check: ignore all\n", "no problems found\n"},
       {"lamp a: .k = 1;\n# see vsa-check: ignore all\n.k = 2.5;\n", "0 errors, 1 warning\n"},
       {"lamp a: .k = 1;\n.k = 2.5;\n# vsa-check: ignore all", "0 errors, 1 warning\n"},
       {"lamp a: .k = 1;\n.k = 2.5; # vsa-check: keep # vsa-check: ignore narrowing\n",

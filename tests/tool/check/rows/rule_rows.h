@@ -105,6 +105,9 @@ const RuleRow RULE_ROWS[] = {
      "lamp moon: .k[0] = 1; .k[*] = 2; .k[3] = 1; .k[*] = 2;\n"},
     {"assigned-twice", "lamp sun: .x |= a.b;\n«.x» |= a.c;\na a;\n",
      "lamp sun: .x = 1;\n.x |= a.c;\na a;\n"},
+    // After `lamp moon;` the paths still belong to sun, probably by mistake.
+    {"assigned-twice", "lamp sun: .x = 1;\nlamp moon;\n.y = 2;\nwith sun: «.x» = 3;\n",
+     "lamp sun: .x = 1;\nlamp moon;\n.y = 2;\n.x = 3;\n"},
     {"set-and-connected", "lamp sun: .x = 1;\n«.x» |= a.c;\na a;\n",
      "lamp sun: .x = 1;\n.y |= a.c;\na a;\n"},
     {"half-named-element", "a b: .k[*].t = 0; .k«[*]».v = 1;",
