@@ -2,6 +2,7 @@
 // differences have the form of a unified diff.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <random>
@@ -43,6 +44,20 @@ TEST(MatchLinesTest, MatchesAreInOrderAndEqual) {
       atB = match.b + match.count;
     }
   }
+}
+
+// The line that is unique in both texts divides them, and only the part before it (or after it)
+// has a line that is unique there. So each line is found one level deeper than the one before.
+TEST(MatchLinesTest, TheDepthOfTheSearchIsBounded) {
+  Hashes a{1}, b{2};
+  for (std::uint64_t unique = 1000; unique < 2000; ++unique) {
+    a.insert(a.end(), {unique, unique - 1, 2 * unique + 10000});
+    b.insert(b.end(), {unique, 2 * unique + 10001});
+  }
+  EXPECT_EQ(matchLines(a, b).size(), 64U);
+  std::reverse(a.begin(), a.end());
+  std::reverse(b.begin(), b.end());
+  EXPECT_EQ(matchLines(a, b).size(), 64U);
 }
 
 FilePointer fileOf(const std::string& text) {

@@ -131,9 +131,9 @@ TEST(ShortListSourceTest, PassesOnWhatItCannotSplit) {
   }
 }
 
-std::vector<std::string> parts(const std::string& text) {
+std::vector<std::string> parts(const std::string& text, std::uint64_t partBytes = 1) {
   StepSource source(text, 1 << 16);
-  ShortListSource lists(source, 1);
+  ShortListSource lists(source, partBytes);
   std::vector<std::string> all;
   std::string block(1000, '\0');
   do {
@@ -152,6 +152,14 @@ TEST(ShortListSourceTest, BeginsPartsWithDeclarations) {
             (Parts{"t n;\nwith n:\n.a = 1;\nt n;\n", "t m;\n"}));
   EXPECT_EQ(parts("define n; t m; remove m; t m;"),
             (Parts{"define n;\n", "t m;\nremove m;\n", "t m;\n"}));
+}
+
+// Each declaration has three bytes without its blanks. The first one of a later part does not
+// count.
+TEST(ShortListSourceTest, EndsPartsAtTheirSize) {
+  const std::string text = "t a; t b; t c; t d; t e; t f; t g;";
+  EXPECT_EQ(parts(text, 6), (Parts{"t a;\nt b;\n", "t c;\nt d;\nt e;\n", "t f;\nt g;\n"}));
+  EXPECT_EQ(parts(text, 7), (Parts{"t a;\nt b;\nt c;\n", "t d;\nt e;\nt f;\nt g;\n"}));
 }
 
 // Each part is read into a separate scene. These statements change a node of an earlier part. They

@@ -45,8 +45,9 @@ class ShortListSource final : public vsa::Source {
 
   /// `source` must outlive the last read. When a part has `partBytes` bytes, it ends before the
   /// next declaration of a node that is not declared yet. `partBytes` counts a list as 32 bytes, a
-  /// list that is split as none, and adds the element count of a buffer that is appended to an
-  /// array. `observer` is called with each token that is read.
+  /// list that is split and the declaration at the beginning of a later part as none, and adds the
+  /// element count of a buffer that is appended to an array. `observer` is called with each token
+  /// that is read.
   explicit ShortListSource(vsa::Source& source, std::uint64_t partBytes = PART_BYTES,
                            TokenObserver observer = {})
       : source_(source),
