@@ -118,6 +118,30 @@ TEST_F(GraphTest, TheLimitBoundsNodesAndLinks) {
   }
 }
 
+// Two groups may have six arrows, and this scene has seven with one link each.
+TEST_F(GraphTest, OfArrowsWithEquallyManyLinksTheLastIsOmitted) {
+  write("a.vsa",
+        "s a: .p = a; .q |= b.out; .r = c; .s |= c.out;\n"
+        "s b;\n"
+        "t c: .p = a; .q |= a.out; .r = c;\n");
+  const std::string dot = graph("--limit 2 a.vsa");
+  expectHas(dot, "3 nodes, 7 links, 2 groups; 1 links not drawn\"");
+  EXPECT_EQ(6u, occurrences(dot, "->"));
+  EXPECT_EQ(0u, occurrences(dot, "n1 -> n1")) << dot;
+}
+
+// Each round puts the first and the last node of the rest of the chain into groups of their own.
+TEST_F(GraphTest, NodesThatDifferFarAwayShareAGroup) {
+  std::string text;
+  for (int i = 1; i < 20; ++i) {
+    text += "part n" + std::to_string(i) + ": .next = n" + std::to_string(i + 1) + ";\n";
+  }
+  write("a.vsa", text + "part n20;\n");
+  const std::string dot = graph("--limit 19 a.vsa");
+  expectHas(dot, "20 nodes, 19 links, 17 groups");
+  expectHas(dot, "[label=\"4 × part\\nn9, ...\"");
+}
+
 TEST_F(GraphTest, GraphvizDrawsIt) {
   write("a.vsa", largeScene());
   const std::string svg = graph("--svg a.vsa");

@@ -37,7 +37,8 @@ struct GraphEdge {
 
 struct SceneGraph {
   std::vector<GraphGroup> groups;
-  /// The edges with the most links, sorted by their groups.
+  /// The edges with the most links, sorted by their groups. Of edges with the same number of links,
+  /// the last ones are omitted first.
   std::vector<GraphEdge> edges;
   std::uint64_t nodes = 0, links = 0;
   /// The number of links in the edges that were omitted.
