@@ -156,6 +156,10 @@ TEST_F(MergeCommandTest, NewNamesMakeNoLinks) {
   write("a.vsa", "t n; t a: .l = n_2;");
   write("b.vsa", "t n; t b: .l |= n_3.out;");
   EXPECT_EQ(vsa("merge --rename a.vsa b.vsa").err, "vsa: b.vsa: the node n is renamed to n_4\n");
+  write("a.vsa", "t n; t a: .l = n_2; .m = n_3;");
+  EXPECT_EQ(vsa("merge --rename a.vsa a.vsa").err,
+            "vsa: a.vsa: the node a is renamed to a_2\n"
+            "vsa: a.vsa: the node n is renamed to n_4\n");
 }
 
 TEST_F(MergeCommandTest, FoldersAndLists) {
@@ -225,6 +229,9 @@ TEST_F(MergeCommandTest, ReadsPipes) {
 TEST_F(MergeCommandTest, ATextThatIsTooLong) {
   write("a.vsa", "t n;" + std::string(2000, ' '));
   EXPECT_EQ(vsa("merge --max-text 1000 a.vsa").status, 1);
+  write("b.vsa", "\xEF\xBB\xBFt n;\n");
+  EXPECT_EQ(vsa("merge --max-text 5 b.vsa").status, 0);  // a byte order mark does not count
+  EXPECT_EQ(vsa("merge --max-text 4 b.vsa").status, 1);
   EXPECT_EQ(statusOf("cat /dev/zero 2>err.txt | " VSA_COMMAND
                      " merge --max-text 1000 - >out.txt 2>err.txt"),
             1);

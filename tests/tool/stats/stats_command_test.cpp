@@ -82,6 +82,8 @@ TEST_F(StatsTest, CountsHaveCommas) {
 
 TEST(QuantityTest, IsATextForPeople) {
   EXPECT_EQ("1,234,567", vsa_tools::countText(1234567));
+  EXPECT_EQ("999 B", vsa_tools::sizeText(999));
+  EXPECT_EQ("1.0 KB", vsa_tools::sizeText(1000));
   EXPECT_EQ("950.0 MB", vsa_tools::sizeText(950'000'000));
   EXPECT_EQ("100.0 %", vsa_tools::shareText(1, 1));
   EXPECT_EQ("-", vsa_tools::shareText(0, 0));

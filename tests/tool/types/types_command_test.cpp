@@ -51,6 +51,13 @@ TEST_F(TypesCommandTest, DescribesATypeThatIsTheNameOfItsNode) {
   EXPECT_FALSE(types.contains("settings")) << types;
 }
 
+TEST_F(TypesCommandTest, LeavesOutNodesThatAWithStatementCreates) {
+  write("a.vsa", "with settings: .x = 1;\nlamp a: .c |= settings.out;\n");
+  const Json types = Json::parse(vsa("types a.vsa").out)["types"];
+  EXPECT_EQ(types,
+            Json({{"lamp", {{"inputs", {{"c", Json::object()}}}, {"outputs", Json::array()}}}}));
+}
+
 TEST_F(TypesCommandTest, WritesWhatTheLibraryReads) {
   const auto run = vsa("types " VSA_TEST_DIR "/../examples/product_shot.vsa");
   EXPECT_EQ(0, run.status) << run.err;
