@@ -121,6 +121,9 @@ TEST_F(CommandTest, LossesAreReported) {
       {"\xFF\xFEs\0p\0"s, "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8"},
       {"\xFE\xFF\0s\0p"s, "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8"},
       {"#\0 \0a\0"s, "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8"},
+      // Only the first 16 bytes show the encoding. They have two NUL bytes in the place of high
+      // bytes, and one in the place of low bytes.
+      {"#\0 \0ab\0cdefghijk\0\n"s, "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8"},
       {"lamp a: .s = \"x\0y\";\n"s,
        "a.vsa:1:16: error: a NUL byte, at which a string, comment or name ends"},
       {"lamp a;\n# x\0y\n"s,

@@ -121,6 +121,11 @@ TEST_F(ReadArgumentsTest, DiagnosticsStopAtTheMaximum) {
   const CommandRun dump = vsa("dump --max-diagnostics 11 a.vsa");
   EXPECT_EQ(dump.err, "a.vsa: 1 more diagnostic (--max-diagnostics N prints more)\n");
   EXPECT_EQ(nlohmann::json::parse(dump.out)["log"].size(), 11u);
+  const CommandRun convert = vsa("convert --max-diagnostics 11 a.vsa");
+  EXPECT_EQ(std::count(convert.err.begin(), convert.err.end(), '\n'), 12) << convert.err;
+  EXPECT_TRUE(
+      convert.err.ends_with("\na.vsa: 1 more diagnostic (--max-diagnostics N prints more)\n"))
+      << convert.err;
 }
 
 TEST_F(ReadArgumentsTest, LongQuotesAreShortened) {
