@@ -1,6 +1,7 @@
 // Tolerance: decides whether two numbers count as equal.
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -17,8 +18,8 @@ double deviation(Number a, Number b) {
     return std::fabs(static_cast<double>(a) - static_cast<double>(b));
   } else {
     using Unsigned = std::make_unsigned_t<Number>;
-    const auto low = static_cast<Unsigned>(a < b ? a : b);
-    const auto high = static_cast<Unsigned>(a < b ? b : a);
+    const auto low = static_cast<Unsigned>(std::min(a, b));
+    const auto high = static_cast<Unsigned>(std::max(a, b));
     return static_cast<double>(static_cast<Unsigned>(high - low));
   }
 }
