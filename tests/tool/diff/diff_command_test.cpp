@@ -77,6 +77,18 @@ TEST_F(DiffTest, ARenamedChainInReverseOrder) {
   EXPECT_EQ(shown, diff(a, b));
 }
 
+TEST_F(DiffTest, RenamedNodesAreTheOnesWithTheSameMembers) {
+  EXPECT_EQ("~ a x -> u\n~ a y -> v\n",
+            diff("a x: .o.k = 1; a y: .o.k = 2;", "a v: .o.k = 2; a u: .o.k = 1;"));
+}
+
+// x may be either of y and z, but not both.
+TEST_F(DiffTest, ANodeIsRenamedOnce) {
+  const std::string out =
+      diff("r r: .p = x; .q = x; m x;", "r r: .p = y; .q = z; m y; m z;", "--ignore r");
+  EXPECT_TRUE(out == "~ m x -> y\n+ m z\n" || out == "~ m x -> z\n+ m y\n") << out;
+}
+
 // The contents differ only in the node that three links lead to, and a longer chain must not change
 // what is a pair.
 TEST_F(DiffTest, RenamedChainsThatDifferAtTheirEnds) {
@@ -152,6 +164,9 @@ TEST_F(DiffTest, Connections) {
       "n.k[0] |= none -> m.out\n",
       diff("a m; a n: .a |= m.out; .b = 1; .b |= m.out; .c = 2; .k[*] = 1;",
            "a m; a n: .a |= m.other; .b = 1; .c = 2; .c |= m.out; .k[*] = 1; .k[0] |= m.out;"));
+  const std::string without = "a m; a n;", with = "a m; a n: .a |= m.out; .b = 1; .b |= m.out;";
+  EXPECT_EQ("n.a: added m.out\nn.b: added 1 |= m.out\n", diff(without, with));
+  EXPECT_EQ("n.a: removed m.out\nn.b: removed 1 |= m.out\n", diff(with, without));
 }
 
 TEST_F(DiffTest, Tolerances) {
@@ -219,6 +234,16 @@ TEST_F(DiffTest, JsonNamesTheKindsOfNodeDifferences) {
       {"kind": "node-removed", "nodeA": "gone"},
       {"kind": "node-type", "nodeA": "kept", "nodeB": "kept", "a": "a", "b": "b"},
       {"kind": "node-added", "nodeB": "made"}])"),
+            nlohmann::json::parse(vsa("diff --json a.vsa b.vsa").out)["differences"]);
+}
+
+TEST_F(DiffTest, JsonNamesTheKindsOfInputDifferences) {
+  write("a.vsa", "a m; a n: .x = 1; .z = 1; .z |= m.out;");
+  write("b.vsa", "a m; a n: .y = 2; .z = 1;");
+  EXPECT_EQ(nlohmann::json::parse(R"([
+      {"kind": "input-removed", "nodeA": "n", "nodeB": "n", "input": "x", "a": "1"},
+      {"kind": "connection", "nodeA": "n", "nodeB": "n", "input": "z", "a": "m.out", "b": "none"},
+      {"kind": "input-added", "nodeA": "n", "nodeB": "n", "input": "y", "b": "2"}])"),
             nlohmann::json::parse(vsa("diff --json a.vsa b.vsa").out)["differences"]);
 }
 

@@ -56,6 +56,11 @@ TEST_F(TreeTest, ShowsInputs) {
       tree("--inputs --name 'b*' a.vsa"));
 }
 
+TEST_F(TreeTest, ShowsTheValuesOfConnectedInputs) {
+  write("a.vsa", "a n: .v = 1; .v |= m.out; .w |= m.out; a m;");
+  EXPECT_EQ("n (a)\n├─ .v = 1\n├─ .v |= m.out (a)\n└─ .w |= m.out (a)\n", tree("--inputs a.vsa"));
+}
+
 TEST_F(TreeTest, BeginsAtNamesAndTypes) {
   write("a.vsa", TREE_SCENE);
   EXPECT_EQ("clay (material)\n└─ .map = noise (texture)\n", tree("--type mat* a.vsa"));
@@ -97,6 +102,7 @@ TEST_F(TreeTest, StopsAtADepth) {
       "box1 (box)\n└─ .material = clay (material) ...\n",
       tree("--depth 1 a.vsa"));
   EXPECT_EQ("cam (camera) ...\nsun (lamp) ...\nbox1 (box) ...\n", tree("--depth 0 a.vsa"));
+  EXPECT_EQ(tree("--depth 9 a.vsa"), tree("--depth 18446744073709551615 a.vsa"));
   EXPECT_EQ(2, vsa("tree --depth -1 a.vsa").status);
 }
 
