@@ -173,6 +173,18 @@ TEST_F(ReplaceFileTest, FollowUpsOnTheLineOfAMistakeAreNotFixed) {
   write("a.vsa", "lamp a: // comment; with ; in it\n.k = 1;\n");
   vsa("check --fix a.vsa");
   EXPECT_EQ("lamp a: # comment; with ; in it\n.k = 1;\n", content("a.vsa"));
+  // Until the quotes are right, `.k = .5;` is a statement whose number lacks a digit.
+  write("a.vsa", "lamp a: .l = 'a; .k = .5; b';\n");
+  vsa("check --fix a.vsa");
+  EXPECT_EQ("lamp a: .l = \"a; .k = .5; b\";\n", content("a.vsa"));
+}
+
+// With the right keyword, the list has decimal commas, for which there is an edit, too.
+TEST_F(ReplaceFileTest, AnEditThatLeadsToAnotherOneIsNotApplied) {
+  const std::string text = "lamp a: .v = vec3f(1,5 2,5 3,5);\n";
+  write("a.vsa", text);
+  vsa("check --fix a.vsa");
+  EXPECT_EQ(text, content("a.vsa"));
 }
 
 TEST_F(ReplaceFileTest, SeveralMistakesOnALineAreFixedInSeveralRounds) {

@@ -35,6 +35,25 @@ TEST_F(FileCheckTest, AFileThatDisappearsBeforeItIsReadIsUnreadable) {
   EXPECT_EQ(ids, std::vector<std::string>{std::string(vsa_tools::UNREADABLE_FILE)});
 }
 
+// The pipe has more bytes than are kept, and the escape `\%` is among the kept ones.
+TEST_F(FileCheckTest, NoPartOfATextIsCheckedOnASecondThread) {
+  statusOf("mkfifo pipe; printf 'lamp a: .k = \"50\\\\%%\";\n# end\n' >pipe &");
+  vsa_tools::CheckedText text((folder_ / "pipe").string(), 25);
+  ASSERT_FALSE(text.isKept());
+  const vsa_tools::ReadArguments reading;
+  vsa_tools::FileCheckOptions options{reading};
+  options.minConcurrentBytes = 1;
+  const vsa_tools::RuleSet rules(
+      [](const vsa_tools::Rule& rule) { return std::string(rule.id) == "unknown-escape"; });
+  std::vector<std::string> ids;
+  const vsa_tools::FileCheck::Consumer consumer = [&](vsa_tools::Finding&& finding) {
+    ids.emplace_back(finding.id);
+    return true;
+  };
+  vsa_tools::FileCheck(text, options, rules, consumer).run();
+  EXPECT_EQ(ids, std::vector<std::string>());
+}
+
 // The rule for strings that are names waits for the scene, so its findings are made late.
 TEST_F(FileCheckTest, DeliversTheFindingsThatItsSecondThreadMakesLast) {
   const std::string text = "lamp a: .partner = b;\nlamp b: .partner = \"a\";\n";

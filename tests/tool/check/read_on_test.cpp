@@ -253,6 +253,9 @@ TEST_F(ReadOnTest, FindingsOfRulesThatFollowFromADiagnosticAreLeftOut) {
     const std::string out = vsa("check -q --no-config --format line a.vsa").out;
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 1) << text << out;
   }
+  write("a.vsa", std::string(40000, '\n') + texts[0]);
+  const std::string out = vsa("check -q --no-config --format line a.vsa").out;
+  EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 1) << out;
 }
 
 TEST_F(ReadOnTest, EachMissingSemicolonIsReported) {
@@ -351,7 +354,7 @@ TEST_F(ReadOnTest, WhatOnlyFollowsIsNotReported) {
   const char* const texts[] = {
       "lamp a = 3;\na.x = 1;\na.y |= a.out;\n",     // a is missing after its wrong declaration
       "nobody.x = 1;\nnobody.y = 2;\n",             // the node is missing in both statements
-      ".x = 1;\n.y = 2;\n",                         // the with node is missing in both statements
+      ".x = 1;\n.y = 2;\n.z = 3;\n",                // the with node is missing in each statement
       "lamp a: .k = ;\n.x = 1;\n.y = 2;\n",         // the with node is still set after the mistake
       "lamp 3a:\n.x = 1;\n.y = 2;\n",               // there is a with node, but its name is unknown
       "lamp a; a.s = \"never closed;\na.t = 1;\n",  // the string extends to the end of the text
