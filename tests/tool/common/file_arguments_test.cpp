@@ -1,7 +1,9 @@
-// Tests of FileArguments: its values without any option.
+// Tests of FileArguments: its values without any option, and the number of threads.
 #include "tools/vsa/common/files/file_arguments.h"
 
 #include <gtest/gtest.h>
+
+#include "tools/vsa/common/files/jobs.h"
 
 namespace vsa_tools {
 
@@ -9,6 +11,11 @@ namespace {
 
 TEST(FileArgumentsTest, WithoutJobsThereIsOneThread) {
   EXPECT_EQ(FileArguments().workers(), 1U);
+}
+
+TEST(FileArgumentsTest, JobsAreThreads) {
+  EXPECT_EQ(workersFor(1000), 1000U);
+  EXPECT_GE(workersFor(0), 1U);
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ TEST(PrintableParts, EscapeControlsButNoLineFeeds) {
 
 // Wherever a text is divided, its characters are the same as in one part.
 TEST(PrintableParts, KeepCharactersOfTwoParts) {
-  constexpr std::string_view TEXT = "d\u00E9 \u2013\n\U0001F600!";
+  constexpr std::string_view TEXT = "d\u00E9 \u0915\u2013\n\U0001F600!";
   for (std::size_t first = 0; first <= TEXT.size(); ++first) {
     for (std::size_t second = first; second <= TEXT.size(); ++second) {
       PrintableParts parts;
