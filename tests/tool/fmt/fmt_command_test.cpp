@@ -188,6 +188,9 @@ TEST_F(FmtCommandTest, WritesNoTextAboveTheLimit) {
   EXPECT_EQ(run.err,
             "vsa: a.vsa: left alone, because its formatted text exceeds the limit (--max-text)\n");
   EXPECT_EQ(content("a.vsa"), "a x;b y;c z;");
+  EXPECT_EQ(vsa("fmt -i --max-text 14 a.vsa").status, 1);
+  EXPECT_EQ(vsa("fmt -i --max-text 15 a.vsa").status, 0);
+  EXPECT_EQ(content("a.vsa"), "a x;\nb y;\nc z;\n");
 }
 
 TEST_F(FmtCommandTest, ReplacesAFileWithTwoNamesOnce) {

@@ -157,7 +157,7 @@ class Formatting {
   bool isTooLong(const std::string& newFile) const {
     TextFile formatted;
     if (!formatted.open(newFile)) return true;
-    return TextFileSource(formatted).size().value_or(0) > arguments_.options().limits.textBytes;
+    return TextFileSource(formatted).size() > arguments_.options().limits.textBytes;
   }
 
   /// Returns how a text is read: on another thread if it is large, otherwise when the result is

@@ -138,8 +138,9 @@ int MergeCommand::read(std::size_t index) {
   options.onDiagnostic = [&](const vsa::Diagnostic& found) {
     hasBrokenLinks = hasBrokenLinks || isBrokenLink(found.id);
   };
-  // The limit is tested here, because the reader receives a changed text.
-  const bool isTooLong = text.size().value_or(0) > maxBytes;
+  // The limit is tested here, because the reader receives a changed text. An unknown size is less
+  // than any limit.
+  const bool isTooLong = text.size() > maxBytes;
   const bool isComplete =
       !isTooLong && vsa::readSourceInto(names, source, options).isComplete() && !bytes.hasNul();
   progress_->hide();

@@ -35,8 +35,8 @@ ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments,
   vsa::ReadOptions options = arguments.options();
   options.keptDiagnostics = 0;
   // The limit is tested here, because it is about the original text and the reader receives a
-  // changed text. A text of unknown size is not tested.
-  if (text.size().value_or(0) > options.limits.textBytes) return {};
+  // changed text. An unknown size is less than any limit.
+  if (text.size() > options.limits.textBytes) return {};
   options.limits.textBytes = vsa::UNLIMITED;
   ShortListSource source(text, partBytes);
   ReadingCheck all;
