@@ -33,7 +33,8 @@ class ListLayout {
  public:
   explicit ListLayout(OutputBuffer& out) : out_(out) {}
 
-  /// Begins a list with its opening bracket. `indent` is the indentation of the statement.
+  /// Begins a list with its opening bracket. `indent` is the indentation of the statement, at most
+  /// 14 blanks.
   void begin(char open, const ListShape& shape, std::size_t indent);
   /// Adds a number. If `continues` is true, appends the characters to the last number instead.
   void add(std::string_view text, bool continues);

@@ -1,7 +1,6 @@
 // OutputBuffer: a buffer for a vsa::Sink, which counts columns.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <memory>
@@ -50,18 +49,13 @@ class OutputBuffer {
   void putBlanks(std::size_t count) {
     for (; count > 0; --count) put(' ');
   }
-  /// Begins a line with `indent` blanks, which must fit into the buffer.
+  /// Begins a line with `indent` blanks, at most 16.
   void newLine(std::size_t indent) {
     constexpr std::string_view BLANKS = "                ";
-    if (remaining() <= std::max(indent, BLANKS.size())) flush();
-    char* const at = at_;
-    *at = '\n';
-    if (indent <= BLANKS.size()) {
-      std::memcpy(at + 1, BLANKS.data(), BLANKS.size());
-    } else {
-      std::memset(at + 1, ' ', indent);
-    }
-    at_ = at + 1 + indent;
+    if (remaining() <= BLANKS.size()) flush();
+    *at_ = '\n';
+    std::memcpy(at_ + 1, BLANKS.data(), BLANKS.size());
+    at_ += 1 + indent;
     column_ = indent;
   }
 
