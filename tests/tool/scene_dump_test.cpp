@@ -157,6 +157,7 @@ TEST(DumpJsonTest, EveryByteGivesValidJson) {
   const std::string read = nlohmann::json::parse(out.text())["fileTime"];
   EXPECT_EQ(all.substr(0, 127), read.substr(0, 127));
   EXPECT_EQ(127u + 128 * 3, read.size());
+  EXPECT_EQ(out.text().find('\x7F'), std::string::npos);
 }
 
 /// Returns the lines about nodes in a dump of the scene. The log and the header must be empty.

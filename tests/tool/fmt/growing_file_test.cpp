@@ -53,6 +53,20 @@ TEST(GrowingFileTest, DeliversNothingThatIsNotAdded) {
   EXPECT_EQ(contentOf(file.get(), growing), "abcd");
 }
 
+// The source reads the file from an offset, as after a byte order mark.
+TEST(GrowingFileTest, CountsTheBytesBeforeTheOffset) {
+  const FilePointer file(std::tmpfile());
+  ASSERT_EQ(::write(::fileno(file.get()), "abcdef", 6), 6);
+  GrowingFile growing;
+  growing.add(4);
+  growing.end();
+  TextFileSource rest(::fileno(file.get()));
+  char first[3];
+  ASSERT_EQ(rest.read(first), 3u);
+  GrowingFileSource source(growing, rest, 3);
+  EXPECT_EQ(restOf(source), "d");
+}
+
 TEST(GrowingFileTest, WakesTheReaderWhenItIsCancelled) {
   const FilePointer file(std::tmpfile());
   GrowingFile growing;
@@ -80,6 +94,23 @@ TEST(ComparingSinkTest, ComparesBlocksOfAnySize) {
   EXPECT_FALSE(isSame({"ab"}));
   EXPECT_FALSE(isSame({"ab", "d"}));
   EXPECT_FALSE(isSame({"abc", "d"}));
+}
+
+TEST(GrowingSinkTest, FailsIfTheNewFileFails) {
+  struct FullSink final : vsa::Sink {
+    bool write(std::string_view) override { return false; }
+  } full;
+  const FilePointer file(std::tmpfile());
+  ASSERT_GE(std::fputs("abc", file.get()), 0);
+  std::fflush(file.get());
+  for (const std::string_view same : {"", "a"}) {
+    TextFileSource whole(::fileno(file.get())), beginning(::fileno(file.get()));
+    ComparingSink comparison(whole);
+    GrowingFile written;
+    GrowingSink sink(full, comparison, beginning, written);
+    EXPECT_TRUE(sink.write(same));
+    EXPECT_FALSE(sink.write("xyz"));
+  }
 }
 
 TEST(GrowingSinkTest, CopiesABeginningOfOneByte) {

@@ -91,8 +91,22 @@ TEST(SameTokensTest, IsNotSameBeforeTheEnd) {
     EXPECT_FALSE(comparison.hasDifference());
     EXPECT_FALSE(comparison.isSame());
   }
-  comparison.add(reader.next());  // EndOfText
-  EXPECT_TRUE(comparison.isSame());
+  for (int i = 0; i < 2; ++i) {
+    comparison.add(reader.next());  // EndOfText
+    EXPECT_TRUE(comparison.isSame());
+    EXPECT_FALSE(comparison.hasDifference());
+  }
+}
+
+// The longer string begins with the bytes that represent the shorter one and the end of the text.
+TEST(SameTokensTest, FindsAStringThatContinues) {
+  const std::string cut = "n.s = \"a";
+  std::string longer = cut;
+  for (const vsa::SyntaxKind kind : {vsa::SyntaxKind::Unterminated, vsa::SyntaxKind::EndOfText}) {
+    (longer += '\0') += static_cast<char>(kind);
+  }
+  EXPECT_FALSE(hasTokensOf(longer, cut));
+  EXPECT_FALSE(hasTokensOf(cut, longer));
 }
 
 // The expected result is that of comparing the numbers one by one.

@@ -13,8 +13,8 @@ class TokenComparison {
   /// `expected` reads the other text. It must outlive the object.
   explicit TokenComparison(vsa::SyntaxReader& expected) : reader_(expected) {}
 
-  /// Compares the next token or piece of the text. The last token is EndOfText. Throws what the
-  /// source of the other text throws.
+  /// Compares the next token or piece of the text. The last token is EndOfText, and further ones
+  /// are ignored. Throws what the source of the other text throws.
   void add(const vsa::SyntaxToken& token);
   /// Whether a token differs. Further tokens are ignored then.
   bool hasDifference() const { return !isSame_; }
