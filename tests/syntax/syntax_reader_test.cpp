@@ -42,6 +42,13 @@ TEST(SyntaxReaderTest, NamesWhatTheEndCutsOff) {
   }
 }
 
+TEST(SyntaxReaderTest, ATokenIsWholeByDefault) {
+  const vsa::SyntaxToken token;
+  EXPECT_EQ(token.kind, SyntaxKind::EndOfText);
+  EXPECT_TRUE(token.isFirst);
+  EXPECT_TRUE(token.isLast);
+}
+
 TEST(SyntaxReaderTest, EndsAtTheEndMark) {
   vsa::SyntaxReader reader("a\xFF b");
   EXPECT_EQ(reader.next().text, "a");

@@ -117,6 +117,15 @@ TEST_F(WriteFile, NobodyElseReadsTheNewFileOfAPrivateOne) {
   EXPECT_EQ(contentOf(path), "new\n");
 }
 
+TEST_F(WriteFile, TextInPiecesOfOneByte) {
+  putOld();
+  vsa::FileReplacement file;
+  ASSERT_TRUE(file.open(path)) << file.error();
+  for (const char* const piece : {"n", "e", "w"}) EXPECT_TRUE(file.write(piece)) << file.error();
+  EXPECT_TRUE(file.replace()) << file.error();
+  EXPECT_EQ(contentOf(path), "new");
+}
+
 TEST_F(WriteFile, RelativePath) {
   const fs::path before = fs::current_path();
   fs::current_path(folder);

@@ -117,6 +117,7 @@ TEST(WriteProblems, LinksToNodesWithoutACarriedName) {
   EXPECT_EQ(written.problems[1].input, ".c");
   EXPECT_EQ(written.problems[1].reason, reasons::LINKED_NODE_NAME);
   EXPECT_EQ(written.problems[2].reason, reasons::NODE_NAME);
+  for (const vsa::WriteProblem& problem : written.problems) EXPECT_FALSE(problem.isReplaced);
   EXPECT_EQ(lossyText(made.scene), "thing n:\n  .c = 0.0;\n");
 }
 
@@ -220,7 +221,9 @@ TEST(WriteProblems, ArraysOfMixedTypes) {
   ASSERT_EQ(written.problemCount, 2u);
   EXPECT_EQ(written.problems[0].input, ".x[1]");
   EXPECT_EQ(written.problems[0].reason, reasons::MIXED_ELEMENT);
+  EXPECT_FALSE(written.problems[0].isReplaced);
   EXPECT_EQ(written.problems[1].reason, reasons::TYPED_EMPTY_ARRAY);
+  EXPECT_TRUE(written.problems[1].isReplaced);
 }
 
 TEST(WriteProblems, ValuesBehindALinkOfNoType) {
