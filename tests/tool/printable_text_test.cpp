@@ -130,6 +130,7 @@ TEST(PrintableTest, ALineTellsEscapesFromBackslashesAndHoldsNoCommand) {
       {"a.vsa", "a.vsa"},
       {"\n\\n", "\\n\\\\n"},
       {"a\\b.vsa", "a\\\\b.vsa"},
+      {"a\\b\\c", "a\\\\b\\\\c"},
       {"::error::x", "\\x3a:error::x"},
       {"  ::error", "  \\x3a:error"},
       {"a::b", "a::b"},

@@ -179,6 +179,7 @@ TEST_F(ReadOnTest, TheStopOfTheReaderIsMarked) {
       "a.vsa: note: the reader stops at line 2; the following was found by reading on\n"
       "a.vsa:4:7: warning: narrowing");
   EXPECT_NE(note, std::string::npos) << out;
+  EXPECT_EQ(note, out.rfind("a.vsa: note: the reader stops")) << out;
   EXPECT_LT(out.find("a.vsa:2:7: error"), note);
   EXPECT_NE(out.find("a.vsa:5:1: error: unrecognized token '42'"), std::string::npos);
   const std::string first = vsa("check --first a.vsa").out;

@@ -70,6 +70,8 @@ TEST_F(DumpOptionsTest, SelectsInputs) {
             R"([{"inputs":[{"name":"a","type":"Int","value":1}],"name":"n","type":"t"}])");
   const json inputs = dump("--select 'n.o.y[1]'")["nodes"][0]["inputs"];
   EXPECT_EQ(inputs.dump(), R"([{"name":"o.y[1]","type":"Real","value":2.5}])");
+  const json both = dump("--select n.a --select 'n.o.y[1]'")["nodes"][0]["inputs"];
+  EXPECT_EQ(both.size(), 2U);
   EXPECT_EQ(dump("--select '*.a'")["nodes"].size(), 2U);
   EXPECT_EQ(dump("--select 'n.o*'")["nodes"][0]["inputs"].size(), 1U);
 }

@@ -64,6 +64,14 @@ TEST_F(StatsTest, TheLargestInputsComeFirst) {
   EXPECT_EQ("m.on", largest[9]["input"]);
 }
 
+TEST_F(StatsTest, InputsOfTheSameSizeAreInTheOrderOfTheScene) {
+  write("a.vsa", "a n: .b = int32[2] {1 2}; .a = int32[2] {3 4};");
+  const Json largest = json("a.vsa")["total"]["largestInputs"];
+  ASSERT_EQ(2u, largest.size());
+  EXPECT_EQ("n.b", largest[0]["input"]);
+  EXPECT_EQ("n.a", largest[1]["input"]);
+}
+
 TEST_F(StatsTest, InputsWithoutBytesAreNotAmongTheLargest) {
   write("a.vsa", "a n: .b = float[0] {}; .c = byte[2] {1 2};");
   const Json largest = json("a.vsa")["total"]["largestInputs"];
