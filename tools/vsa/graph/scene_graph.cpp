@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <numeric>
+#include <span>
 #include <string_view>
 #include <tuple>
 #include <unordered_map>
@@ -122,7 +123,9 @@ class GraphBuilder {
     if (edges.size() <= maxEdges) return;
     std::stable_sort(edges.begin(), edges.end(),
                      [](const GraphEdge& a, const GraphEdge& b) { return a.links > b.links; });
-    for (std::size_t i = maxEdges; i < edges.size(); ++i) graph_.hiddenLinks += edges[i].links;
+    for (const GraphEdge& edge : std::span(edges).subspan(maxEdges)) {
+      graph_.hiddenLinks += edge.links;
+    }
     edges.resize(maxEdges);
     std::sort(edges.begin(), edges.end(), [](const GraphEdge& a, const GraphEdge& b) {
       return std::tuple(a.from, a.to, a.isConnection) < std::tuple(b.from, b.to, b.isConnection);
