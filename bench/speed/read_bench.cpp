@@ -16,7 +16,6 @@
 #include "tools/scene_text/scene_dump.h"
 #include "tools/vsa/common/read_scene.h"
 #include "tools/vsa/dump/dump_log.h"
-#include "tools/vsa/input/input_file.h"
 
 namespace bench {
 namespace {
@@ -108,15 +107,17 @@ void dumpScene(benchmark::State& state, const SceneRow* row) {
   const Text& vsa = currentScene().generate(row);
   std::FILE* const devNull = std::fopen("/dev/null", "wb");
   for ([[maybe_unused]] auto iteration : state) {
-    const vsa_tools::InputFile input = vsa_tools::openInput(currentScene().path);
     vsa::Scene scene;
     const vsa_tools::ReadArguments reading;
     vsa_tools::DumpLog log(reading);
-    const vsa_tools::FileOutcome outcome = vsa_tools::readScene(scene, input, log.options());
-    if (!outcome.isComplete()) state.SkipWithError("the file was not read");
+    const auto outcome = vsa_tools::readScene(scene, currentScene().path, log.options());
+    if (!outcome || !outcome->isComplete()) {
+      state.SkipWithError("the file was not read");
+      break;
+    }
     vsa_tools::TextOutput out(devNull);
     dumpJson(
-        log.end(outcome.read), [&log](vsa_tools::TextOutput& to) { to.put(log.json()); },
+        log.end(outcome->read), [&log](vsa_tools::TextOutput& to) { to.put(log.json()); },
         scene.plain(), out);
     out.flush();
   }
