@@ -125,7 +125,7 @@ TEST_F(GraphTest, OfArrowsWithEquallyManyLinksTheLastIsOmitted) {
         "s b;\n"
         "t c: .p = a; .q |= a.out; .r = c;\n");
   const std::string dot = graph("--limit 2 a.vsa");
-  expectHas(dot, "3 nodes, 7 links, 2 groups; 1 links not drawn\"");
+  expectHas(dot, "3 nodes, 7 links, 2 groups; 1 link not drawn\"");
   EXPECT_EQ(6u, occurrences(dot, "->"));
   EXPECT_EQ(0u, occurrences(dot, "n1 -> n1")) << dot;
 }
@@ -189,7 +189,13 @@ TEST_F(GraphTest, NodesWithALinkAndNodesThatItLeadsToAreDifferentGroups) {
 // The links of each node differ from those of the others, but three groups are too many.
 TEST_F(GraphTest, AGroupIsNotSplitIntoTooManyGroups) {
   write("a.vsa", "part a: .next = b; part b: .next = c; part c;");
-  expectHas(graph("--limit 2 a.vsa"), "3 nodes, 2 links, 1 groups");
+  expectHas(graph("--limit 2 a.vsa"), "3 nodes, 2 links, 1 group\"");
+}
+
+TEST_F(GraphTest, ALimitOfOneGroupsAllNodes) {
+  write("a.vsa", "part a: .next = b; part b;");
+  expectHas(graph("--limit 1 a.vsa"), "2 nodes, 1 link, 1 group\"");
+  expectHas(graph("a.vsa"), "2 nodes, 1 link\"");
 }
 
 TEST_F(GraphTest, HostileNames) {
@@ -200,7 +206,7 @@ TEST_F(GraphTest, HostileNames) {
   const std::string dot = graph("'a&amp;\"\\.vsa'");
   EXPECT_EQ(std::string::npos, dot.find("\xC2\x9B"));
   EXPECT_EQ(std::string::npos, dot.find('\xF0'));
-  expectHas(dot, "label=\"a&amp;amp;\\\"\\\\.vsa: 1 nodes, 1 links\"");
+  expectHas(dot, "label=\"a&amp;amp;\\\"\\\\.vsa: 1 node, 1 link\"");
   expectHas(dot, "\\\\u009b2J\\\\xf0");
   EXPECT_LT(dot.size(), 2000u);
   expectHas(graph("--svg 'a&amp;\"\\.vsa'"), ">\\u009b2J\\xf0</text>");
@@ -221,7 +227,7 @@ TEST_F(GraphTest, DamagedFilesAndFailures) {
   write("bad.vsa", "lamp sun;\n42;\nlamp lost;\n");
   const auto run = vsa("graph bad.vsa");
   EXPECT_EQ(1, run.status);
-  expectHas(run.out, "bad.vsa: 1 nodes, 0 links");
+  expectHas(run.out, "bad.vsa: 1 node, 0 links");
   expectHas(run.err, "unrecognized token '42'");
   EXPECT_EQ(2, vsa("graph missing.vsa").status);
   EXPECT_EQ(1, vsa("graph --max-text 5 bad.vsa").status);

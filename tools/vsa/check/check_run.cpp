@@ -19,6 +19,7 @@
 #include "tools/vsa/check/fix/fix_round.h"
 #include "tools/vsa/check/kinds.h"
 #include "tools/vsa/common/interrupt.h"
+#include "tools/vsa/common/output/counted.h"
 #include "tools/vsa/common/output/exit_status.h"
 
 namespace vsa_tools {
@@ -51,10 +52,6 @@ void keepFreedMemory() {
 // The minimum size in bytes of a text whose rules run on a second thread while it is read. A thread
 // takes 0.05 ms to start, and a text of this size takes about 1 ms to read.
 constexpr std::size_t MIN_CONCURRENT_BYTES = std::size_t{1} << 20;
-
-std::string counted(std::uint64_t number, const char* what) {
-  return std::to_string(number) + ' ' + what + (number == 1 ? "" : "s");
-}
 
 /// Reads the node types of --types. Throws std::runtime_error if the file cannot be read, is too
 /// large, or is not a valid description of types. After Ctrl-C, which may have ended the reading

@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "tools/vsa/common/output/counted.h"
 #include "tools/vsa/common/scene/short_value.h"
 
 namespace vsa_tools {
@@ -56,9 +57,9 @@ std::string edgeLabel(const GraphEdge& edge) {
 
 std::string graphLabel(const SceneGraph& graph, const std::string& title) {
   std::string label =
-      fmt::format("{}: {} nodes, {} links", shortName(title), graph.nodes, graph.links);
-  if (graph.groups.size() < graph.nodes) label += fmt::format(", {} groups", graph.groups.size());
-  if (graph.hiddenLinks > 0) label += fmt::format("; {} links not drawn", graph.hiddenLinks);
+      shortName(title) + ": " + counted(graph.nodes, "node") + ", " + counted(graph.links, "link");
+  if (graph.groups.size() < graph.nodes) label += ", " + counted(graph.groups.size(), "group");
+  if (graph.hiddenLinks > 0) label += "; " + counted(graph.hiddenLinks, "link") + " not drawn";
   return label;
 }
 

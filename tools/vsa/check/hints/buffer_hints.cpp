@@ -7,6 +7,7 @@
 #include "tools/vsa/check/hints/similar_names.h"
 #include "tools/vsa/check/rules/walk/text_walk.h"
 #include "tools/vsa/check/text/decimal_commas.h"
+#include "tools/vsa/common/output/counted.h"
 
 namespace vsa_tools {
 
@@ -97,8 +98,7 @@ void hintForCount(HintText& text, std::uint64_t offset, Finding& finding) {
   const std::optional<Literal> literal = literalAt(text, offset);
   if (!literal) return;
   const std::size_t components = zn::korvo_sdk::componentCount(literal->type);
-  const std::string numbers =
-      std::to_string(literal->numbers) + (literal->numbers == 1 ? " number" : " numbers");
+  const std::string numbers = counted(literal->numbers, "number");
   if (isCompressed(literal->list.substr(1))) {
     finding.hint = COMPRESSED_HINT;
     return;

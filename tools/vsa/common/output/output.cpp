@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "tools/scene_text/printable_text.h"
+#include "tools/vsa/common/output/counted.h"
 
 namespace vsa_tools {
 
@@ -16,8 +17,8 @@ void printLine(std::string_view line) {
 }
 
 void printNotPrinted(std::string_view file, std::uint64_t count) {
-  printLine(printableLine(file) + ": " + std::to_string(count) + " more diagnostic" +
-            (count == 1 ? "" : "s") + " (--max-diagnostics N prints more)");
+  printLine(printableLine(file) + ": " + counted(count, "more diagnostic") +
+            " (--max-diagnostics N prints more)");
 }
 
 bool isErrorOutputWritten() {

@@ -9,6 +9,7 @@
 #include <vsa/scene/data_type.h>
 #include "tools/scene_text/printable_text.h"
 #include "tools/scene_text/real_text.h"
+#include "tools/vsa/common/output/counted.h"
 
 namespace vsa_tools {
 
@@ -115,8 +116,7 @@ std::string arrayText(vsa::InputView array) {
 }
 
 std::string objectText(vsa::InputView object) {
-  const std::size_t count = object.members().size();
-  return '{' + std::to_string(count) + (count == 1 ? " member}" : " members}");
+  return '{' + counted(object.members().size(), "member") + '}';
 }
 
 std::string nodeText(vsa::InputView input) {
