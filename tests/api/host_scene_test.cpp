@@ -159,6 +159,43 @@ TEST(HostScene, CanKeepNothing) {
   EXPECT_EQ(scene.node("sun"), nullptr);
 }
 
+// A node that records its end.
+class MortalNode : public HostNode {
+ public:
+  MortalNode(vsa::HostScene& scene, std::string_view type, std::string_view name, Events& events)
+      : HostNode(scene, type, name), events_(events) {}
+  ~MortalNode() override { events_.push_back("end of " + std::string(nodeName())); }
+
+ private:
+  Events& events_;
+};
+
+class MortalNodes : public vsa::HostScene {
+ public:
+  explicit MortalNodes(Events& events) : events_(events) {}
+
+ private:
+  std::unique_ptr<HostNode> makeNode(std::string_view type, std::string_view name) override {
+    return std::make_unique<MortalNode>(*this, type, name, events_);
+  }
+  void onRemove(HostNode& node) override {
+    events_.push_back("without " + std::string(node.nodeName()));
+  }
+
+  Events& events_;
+};
+
+TEST(HostScene, KeepsRemovedNodes) {
+  Events events;
+  {
+    MortalNodes scene(events);
+    EXPECT_EQ(vsa::readTextInto(scene, "lamp a; remove a; lamp b; lamp a;").status,
+              ReadStatus::Complete);
+    EXPECT_EQ(events, Events{"without a"});
+  }
+  EXPECT_EQ(events.size(), 4U);
+}
+
 // A scene that keeps only some nodes. The reader calls it for links to dropped nodes, too.
 class Lamps : public Recorder {
   std::unique_ptr<HostNode> makeNode(std::string_view type, std::string_view name) override {

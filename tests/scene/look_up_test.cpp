@@ -2,9 +2,11 @@
 // removals, the results are the same as without a cache.
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <map>
 #include <random>
 #include <string>
+#include <unordered_map>
 #include <utility>
 
 #include <vsa/model/scene.h>
@@ -94,6 +96,29 @@ void stepOfInputs(Random& random, Node& node, std::map<std::string, Input*>& inp
     }
   }
   ASSERT_EQ(node.inputCount(), inputs.size());
+}
+
+// Returns two names whose hashes are equal in the low 32 bits, which the inputs of a node compare
+// before the names. Of a million names, more than a hundred pairs are expected.
+std::pair<std::string, std::string> namesWithEqualTags() {
+  std::unordered_map<std::uint32_t, std::string> names;
+  for (std::uint32_t i = 0; i < 1'000'000; ++i) {
+    const std::string name = std::to_string(i * 2'654'435'761U) + "_name";
+    const auto tag = static_cast<std::uint32_t>(String::hashOf(name));
+    const auto [at, isNew] = names.emplace(tag, name);
+    if (!isNew) return {at->second, name};
+  }
+  return {};
+}
+
+TEST(LookUps, OfInputsTellNamesWithEqualTagsApart) {
+  const auto [first, second] = namesWithEqualTags();
+  ASSERT_NE(first, second);
+  Scene scene;
+  Node& node = *scene.createNode("lamp", "one", String());
+  Input* const input = node.createInput(string(first), AttrType::Int);
+  EXPECT_EQ(node.input(string(first)), input);
+  EXPECT_EQ(node.input(string(second)), nullptr);
 }
 
 TEST(LookUps, OfInputsFollowCreation) {

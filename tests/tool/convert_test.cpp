@@ -114,6 +114,21 @@ TEST_F(ConvertTest, WarningsArePrintedAndTheSceneIsWritten) {
   EXPECT_NE(run.err.find("a.vsa:1:22: warning: "), std::string::npos) << run.err;
 }
 
+// At most 1000 problems are printed.
+TEST_F(ConvertTest, FurtherProblemsAreCounted) {
+  std::string text = "t n:\n";
+  for (int i = 0; i < 1001; ++i) {
+    const std::string input = ".x" + std::to_string(i) + "[0][0]";
+    text.append(input).append(" |= null; ").append(input).append(" = 5;\n");
+  }
+  write("a.vsa", text);
+  const ConvertOutcome run = convert("--lossy a.vsa");
+  EXPECT_EQ(run.status, 0);
+  EXPECT_TRUE(run.err.ends_with("\nvsa: and 1 more\n")) << run.err;
+  write("a.vsa", text.substr(0, text.find(".x1000[")));
+  EXPECT_EQ(convert("--lossy a.vsa").err.find(" more"), std::string::npos);
+}
+
 TEST_F(ConvertTest, WhatATextCannotCarryIsNamed) {
   write("a.vsa", "t n: .x[0][0] |= null; .x[0][0] = 5; .y = 1;");
   const ConvertOutcome run = convert("a.vsa -o b.vsa");

@@ -143,6 +143,15 @@ TEST(Scalar, StringAllocationHasTheExactSize) {
   }
 }
 
+// The reader unescapes a long text in pieces of 4 MiB. Between them it polls the host, if there is
+// one.
+TEST(Scalar, LongStringsHaveAllTheirPieces) {
+  constexpr std::size_t PIECE = std::size_t{4} << 20;
+  const std::string piece(PIECE - 2, 'a');
+  const std::string literal = "\"" + piece + "\\n" + piece + "\\t\"";
+  EXPECT_EQ(scalarOf(literal), "String <" + visible(piece + '\n' + piece + '\t') + '>');
+}
+
 TEST(Scalar, Lists) {
   const ScalarRow rows[] = {
       {"{1 2}", "Object"}, {"{}", "Object"}, {"[3]", "Array"}, {"[]", "Array"}, {"[*]", "Array"}};

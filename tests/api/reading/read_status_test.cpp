@@ -130,7 +130,9 @@ TEST(ReadStatus, IsCutOffAtTheEndMark) {
 }
 
 TEST(ReadStatus, IsUnreadableForWhatIsNoFile) {
-  EXPECT_EQ(vsa::readFile("no/such/file.vsa").status, ReadStatus::Unreadable);
+  const vsa::ReadResult missing = vsa::readFile("no/such/file.vsa");
+  EXPECT_EQ(missing.status, ReadStatus::Unreadable);
+  EXPECT_EQ(missing.bytesRead, 0U);
   EXPECT_EQ(vsa::readFile(std::filesystem::temp_directory_path()).status, ReadStatus::Unreadable);
   EXPECT_EQ(vsa::readFile("").status, ReadStatus::Unreadable);
   EXPECT_EQ(vsa::readFile(std::filesystem::path()).status, ReadStatus::Unreadable);

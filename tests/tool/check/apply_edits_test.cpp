@@ -101,6 +101,11 @@ TEST_F(ReplaceFileTest, AFailureLeavesNothingBehind) {
   EXPECT_EQ(1u, entries);
 }
 
+// The file can be written, but a new file cannot be created beside it.
+TEST_F(ReplaceFileTest, TellsWhyThereIsNoNewFile) {
+  EXPECT_NE("", replaceFile("/proc/self/comm", "new"));
+}
+
 TEST_F(ReplaceFileTest, StandardInputCannotBeFixed) {
   EXPECT_EQ(2, vsa("check --fix - </dev/null").status);
   EXPECT_EQ("vsa: --fix cannot change standard input\n", content("stderr.txt"));

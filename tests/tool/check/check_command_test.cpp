@@ -177,6 +177,11 @@ TEST_F(CheckCommandTest, ColourIsForTerminals) {
   EXPECT_NE(std::string::npos, coloured.find("\x1B[1;35mwarning\x1B[0m: ")) << coloured;
   EXPECT_EQ(std::string::npos, vsa("check --color never a.vsa").out.find('\x1B'));
   EXPECT_EQ(2, vsa("check --color sometimes a.vsa").status);
+  // script runs the command on a terminal.
+  EXPECT_EQ(0, statusOf("TERM=xterm script -qec '" VSA_COMMAND
+                        " check a.vsa' /dev/null </dev/null >stdout.txt"));
+  EXPECT_NE(std::string::npos, content("stdout.txt").find("\x1B[1;35mwarning\x1B[0m: "))
+      << content("stdout.txt");
 }
 
 TEST_F(CheckCommandTest, MaxDiagnosticsEndsTheCheckEarly) {
@@ -185,6 +190,13 @@ TEST_F(CheckCommandTest, MaxDiagnosticsEndsTheCheckEarly) {
   EXPECT_EQ(1, run.status);
   EXPECT_TRUE(run.out.ends_with("; ended early (--max-diagnostics)\n")) << run.out;
   EXPECT_EQ(0, vsa("check --max-diagnostics 1 a.vsa").status);
+}
+
+TEST_F(CheckCommandTest, FoldersWithoutFilesAreNotFixed) {
+  std::filesystem::create_directory(folder_ / "a");
+  std::filesystem::create_directory(folder_ / "b");
+  const std::string out = vsa("check --max-diagnostics 1 a b").out;
+  EXPECT_EQ(std::string::npos, out.find("fixed")) << out;
 }
 
 TEST_F(CheckCommandTest, FindingsBeyondThoseThatAreKeptAreInOrder) {

@@ -62,6 +62,12 @@ class FormatsTest : public CommandFixture {
 
 // These lines have the form that Vim's errorformat, Emacs and a problem matcher of GitHub
 // recognise.
+TEST(LevelTest, HasAName) {
+  EXPECT_STREQ("note", name(vsa_tools::Level::Note));
+  EXPECT_STREQ("warning", name(vsa_tools::Level::Warning));
+  EXPECT_STREQ("error", name(vsa_tools::Level::Error));
+}
+
 TEST_F(FormatsTest, LinesAreRecognisedByEditors) {
   const testing::Matcher<std::string> line = testing::MatchesRegex(
       ".+:[1-9][0-9]*:[1-9][0-9]*: (error|warning|note): .* \\[[a-z0-9-]+\\]");

@@ -217,6 +217,7 @@ constexpr HintRow ROWS[] = {
     {"lamp s: .v = vec3(1 2 3); .v = 1;", "write `1.0`", "lamp s: .v = vec3(1 2 3); .v = 1.0;"},
     {"lamp s: .o = true; .o = \"yes\";", "write `true`", "lamp s: .o = true; .o = true;"},
     {"lamp s: .n = 1; .n = \"two\";", "in the type of the input"},
+    {"lamp s: .o.x = 1; .o = 2;", "in the type of the input"},
     {"lamp s: .n = float[1] {1}; .n = int32[1] {1};", "in the type of the input"},
     {"lamp s: .v = vec3(1 2 3); .v = 2u;", "an integer does not become a vector"},
     {"a n: .x = 5; remove n; a n: .x = true; .x = 2.5;", "in the type of the input"},

@@ -31,6 +31,16 @@ TEST_F(ConvertTypesTest, RefusesATypesFileThatDoesNotEnd) {
   }
 }
 
+TEST_F(ConvertTypesTest, ReadsATypesFileOf64MiB) {
+  constexpr std::size_t LIMIT = std::size_t{64} << 20;
+  write("a.vsa", "lamp a: .watts = 60.0;\n");
+  const std::string types = TYPES;
+  write("types.json", types + std::string(LIMIT - types.size(), ' '));
+  EXPECT_EQ(vsa("convert --types types.json a.vsa").out, "lamp a:\n  .power = 60.0;\n");
+  write("types.json", types + std::string(LIMIT - types.size() + 1, ' '));
+  EXPECT_EQ(vsa("convert --types types.json a.vsa").err, "vsa: types.json: larger than 64 MiB\n");
+}
+
 TEST_F(ConvertTypesTest, RefusesADamagedTypesFile) {
   write("a.vsa", "lamp sun;");
   write("types.json", "{\"types\": ");

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <future>
 #include <string>
 #include <string_view>
@@ -51,6 +52,15 @@ TEST(GrowingFileTest, DeliversNothingThatIsNotAdded) {
   growing.add(4);
   growing.end();
   EXPECT_EQ(contentOf(file.get(), growing), "abcd");
+}
+
+// A read at the end leaves errno unchanged, so an earlier error has no influence.
+TEST(TextFileSourceTest, EndsAtTheEndAfterAnotherError) {
+  const FilePointer file(std::tmpfile());
+  ASSERT_EQ(::write(::fileno(file.get()), "abc", 3), 3);
+  TextFileSource source(::fileno(file.get()));
+  errno = EINTR;
+  EXPECT_EQ(restOf(source), "abc");
 }
 
 // The source reads the file from an offset, as after a byte order mark.

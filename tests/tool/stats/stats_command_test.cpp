@@ -147,6 +147,14 @@ TEST_F(StatsTest, OtherWarningsAreNoBrokenLinks) {
       << run.out;
 }
 
+TEST_F(StatsTest, ASourceThatIsNoOutputIsABrokenLink) {
+  write("a.vsa", "lamp a: .k |= b.c.d;\n");
+  const auto run = vsa("stats a.vsa");
+  EXPECT_NE(std::string::npos,
+            run.out.find("Links         0 made (0 references, 0 connections), 1 broken\n"))
+      << run.out;
+}
+
 TEST_F(StatsTest, DamagedFilesAreCountedAsFarAsTheyWereRead) {
   write("bad.vsa", "lamp sun;\nlamp moon: .power = 2.5;\n42;\nlamp lost;\n");
   write("nul.vsa", std::string("lamp sun;\n# x\0y\n", 16));
