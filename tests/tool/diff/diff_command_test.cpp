@@ -66,6 +66,25 @@ TEST_F(DiffTest, RenamedNodesAreTheOnesThatLinkToTheSameNode) {
            "clip q2; clip q1;"));
 }
 
+// Both nodes of type s have the same content. The nodes of type c are in another order, so only
+// their links tell which of them belong together.
+TEST_F(DiffTest, RenamedNodesAreTheGroupsThatLinkToTheSameNode) {
+  EXPECT_EQ(
+      "~ s t1 -> u1\n~ s t2 -> u2\n~ c a1 -> x1\n~ c a2 -> x2\n~ c a3 -> x3\n"
+      "~ c b1 -> y1\n~ c b2 -> y2\n~ c b3 -> y3\n",
+      diff("s t1; s t2; c a1: .p = t1; c a2: .p = t1; c a3: .p = t1;"
+           "c b1: .p = t2; c b2: .p = t2; c b3: .p = t2;",
+           "s u1; s u2; c x1: .p = u1; c y1: .p = u2; c x2: .p = u1; c y2: .p = u2;"
+           "c x3: .p = u1; c y3: .p = u2;"));
+}
+
+// All nodes have the same content. The pairs of the nodes that link to others are found first.
+TEST_F(DiffTest, ARenamedNodeIsTheOneThatLinksLeadTo) {
+  EXPECT_EQ("~ a n0 -> m0\n~ a n1 -> m1\n~ a n2 -> m2\n~ a n3 -> m3\n",
+            diff("a n0; a n1; a n2: .p = n0; a n3: .p = n0;",
+                 "a m1; a m0; a m2: .p = m0; a m3: .p = m0;"));
+}
+
 TEST_F(DiffTest, ARenamedChainInReverseOrder) {
   std::string a, b, shown;
   for (int i = 0; i < 9; ++i) {
@@ -154,6 +173,14 @@ TEST_F(DiffTest, ArraysAndObjects) {
            "= true; .links[*] = n;",
            "a m; a n: .keys[*] = 1.0; .keys[*] = 2.5; .keys[*] = 9.0; .objs[*].a = 1; .objs[0].b = "
            "2; .o.x = 2; .links[*] = m; .new = vec2(1 2);"));
+}
+
+TEST_F(DiffTest, ElementsThatAreNoNumbers) {
+  EXPECT_EQ(
+      "n.k: string[3] \"x\" \"y\" \"z\" -> string[3] \"x\" \"Y\" \"z\": 1 element differs, the "
+      "first at 1: \"y\" -> \"Y\"\n",
+      diff("a n: .k[0] = \"x\"; .k[1] = \"y\"; .k[2] = \"z\";",
+           "a n: .k[0] = \"x\"; .k[1] = \"Y\"; .k[2] = \"z\";"));
 }
 
 TEST_F(DiffTest, Connections) {

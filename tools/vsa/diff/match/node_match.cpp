@@ -88,17 +88,29 @@ class ContentMatch {
     pairAlongLinks(choice);
   }
 
+  /// Pairs the other nodes with the same content in the order of the scenes. Begins with the nodes
+  /// that link to unpaired nodes, because a pair of them shows which of those belong together.
   void pairInOrder() {
     std::unordered_map<std::uint64_t, std::size_t> next;  // the nodes of B before it are paired
-    for (const vsa::NodeView node : a_.nodes()) {
-      if (pairs_.inB(node)) continue;
-      const std::vector<vsa::NodeView>& others = same_[a_.hashOf(node)].ofB;
-      std::size_t& at = next[a_.hashOf(node)];
-      while (at < others.size() && pairs_.inA(others[at])) ++at;
-      if (at == others.size()) continue;
-      add(node, others[at]);
-      pairAlongLinks(Choice::First);
+    for (const bool onlyLinking : {true, false}) {
+      for (const vsa::NodeView node : a_.nodes()) {
+        if (!pairs_.inB(node) && (!onlyLinking || linksToUnpaired(node))) pairInOrder(node, next);
+      }
     }
+  }
+
+  void pairInOrder(vsa::NodeView node, std::unordered_map<std::uint64_t, std::size_t>& next) {
+    const std::vector<vsa::NodeView>& others = same_[a_.hashOf(node)].ofB;
+    std::size_t& at = next[a_.hashOf(node)];
+    while (at < others.size() && pairs_.inA(others[at])) ++at;
+    if (at == others.size()) return;
+    add(node, others[at]);
+    pairAlongLinks(Choice::First);
+  }
+
+  bool linksToUnpaired(vsa::NodeView nodeOfA) const {
+    const auto isPaired = [this](vsa::NodeView node) { return bool(pairs_.inB(node)); };
+    return !linksOf(nodeOfA, ignored_, isPaired).empty();
   }
 
   void add(vsa::NodeView nodeOfA, vsa::NodeView nodeOfB) {
