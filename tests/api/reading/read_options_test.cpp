@@ -41,6 +41,17 @@ TEST(ReadOptions, KeepHeaderKeepsCommentsVersionAndTime) {
   }
 }
 
+// The second text has its own copies of the names.
+TEST(ReadTextInto, FindsTheLongNamesOfAnEarlierText) {
+  vsa::Scene scene;
+  const char* const text = "lamp name_of_more_than_sixteen_bytes: .input_with_a_long_name = 1;";
+  EXPECT_TRUE(vsa::readTextInto(scene, text).isComplete());
+  const vsa::ReadOutcome second = vsa::readTextInto(
+      scene, "with name_of_more_than_sixteen_bytes: .input_with_a_long_name = 2.5;");
+  EXPECT_EQ(second.warningCount, 1U);  // the Int is narrowed
+  EXPECT_EQ(scene.nodes().size(), 1U);
+}
+
 TEST(ReadOptions, ProgressEndsWithTheWholeText) {
   std::string text = "lamp sun:\n";
   while (text.size() < 3'000'000) text += "  .power = 1.5;\n";

@@ -26,6 +26,19 @@ std::unique_ptr<char[]> exact(const std::string& text) {
   return copy;
 }
 
+// Strings whose hashes are known compare the hashes before the characters.
+TEST(StringLengths, EqualTextsWithHashesAreEqual) {
+  for (std::size_t length = 1; length <= MAX_LENGTH; ++length) {
+    const std::string characters(length, 'a');
+    const String text = String::copyOf(characters), same = String::copyOf(characters);
+    EXPECT_EQ(text.hash(), same.hash());
+    EXPECT_TRUE(text == same) << length;
+    const String other = String::copyOf(characters.substr(1) + 'b');
+    EXPECT_NE(text.hash(), other.hash());
+    EXPECT_FALSE(text == other) << length;
+  }
+}
+
 // Strings with a hash differ at once if their hashes do, so the Strings here have none.
 TEST(StringLengths, EqualIfAllCharactersAre) {
   for (std::size_t length = 0; length <= MAX_LENGTH; ++length) {

@@ -141,6 +141,19 @@ TEST_F(FormatsTest, JsonAndSarifAreSafeForTerminals) {
   }
 }
 
+// Of a long line, only the last 4096 bytes before a column are read. The others are characters of
+// one byte here.
+TEST_F(FormatsTest, SarifColumnsOfALongLineCountCharacters) {
+  const std::string text =
+      "lamp a: .s = \"" + std::string(5000, 'a') + "\xC3\xA4\xC3\xA4\"; .s = 1;\n";
+  write("long.vsa", text);
+  const json run = json::parse(check("-q --format sarif long.vsa"))["runs"][0];
+  const json region = run["results"][0]["locations"][0]["physicalLocation"]["region"];
+  const std::size_t offset = text.find("1;");
+  EXPECT_EQ(offset, region["byteOffset"]);
+  EXPECT_EQ(offset + 1 - 2, region["startColumn"]);
+}
+
 TEST_F(FormatsTest, SarifFollowsItsSchema) {
   constexpr char SCHEMA[] = "tool/check/schemas/sarif-2.1.0.schema.json";
   check("-q --format sarif clean.vsa");

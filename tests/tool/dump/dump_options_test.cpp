@@ -155,6 +155,9 @@ TEST_F(DumpOptionsTest, RefusesLargeBuffers) {
   EXPECT_EQ(run.status, 2);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.err.substr(0, 43), "vsa: n.b: a buffer of more than 1 GiB is pr");
+  write("b.vsa", "t n: .a = 5; .b = byte[1073741825] {1}; .c = byte[1073741826] {1};");
+  const std::string first = vsa("dump --memory 8G b.vsa").err;
+  EXPECT_TRUE(first.starts_with("vsa: n.b: a buffer of ")) << first;
   for (const char* options : {"--no-buffers", "--max-elements 3", "--select n.o"}) {
     EXPECT_EQ(vsa(std::string("dump --memory 8G a.vsa ") + options).status, 0) << options;
   }

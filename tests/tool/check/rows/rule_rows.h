@@ -66,6 +66,7 @@ const RuleRow RULE_ROWS[] = {
     {"unknown-escape", "a b: .x = \"\\ud83d\\ude00«\\udc00»\";", "a b: .x = \"\\ud7ff\";"},
     {"removed-node", "a b: remove b; «.x» = 1; .y = 2;", "a b: remove b; a c: .x = 1; .y = 2;"},
     {"escape-in-path", "a b: .x = \"C:«\\n»ew\\tex.png\";", "a b: .x = \"C:\\\\new\\\\tex.png\";"},
+    {"escape-in-path", "a b: .x = \"maps«\\b»ricks.0z9\";", "a b: .x = \"two\\nlines:.:9\";"},
     {"escape-in-path", "a b: .x = \"maps«\\b»rick.png\";", "a b: .x = \"two\\nlines.\";"},
     {"string-for-reference", "mat clay; a b: .m = clay; a c: .m = «\"clay\"»;",
      "mat clay; a b: .m = clay; a c: .label = \"clay\";"},
