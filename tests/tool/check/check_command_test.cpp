@@ -71,6 +71,10 @@ TEST_F(CheckCommandTest, TheExitStatusFollowsFromTheLevels) {
   EXPECT_EQ(2, vsa("check missing.vsa clean.vsa").status);
   EXPECT_EQ(2, statusOf(VSA_COMMAND " check error.vsa >/dev/full 2>stderr.txt"));
   EXPECT_EQ("vsa: cannot write: No space left on device\n", content("stderr.txt"));
+  // The finding is longer than the buffer of standard output.
+  write("long.vsa", "lamp a: .x = " + std::string(100000, 'y') + ";\n");
+  EXPECT_EQ(2,
+            statusOf(VSA_COMMAND " check --full --format line long.vsa >/dev/full 2>stderr.txt"));
 }
 
 TEST_F(CheckCommandTest, AFileThatCannotBeReadIsNamedAndTheOthersAreChecked) {

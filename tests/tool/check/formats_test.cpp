@@ -162,6 +162,7 @@ TEST_F(FormatsTest, SarifFollowsItsSchema) {
   EXPECT_EQ("", problemsWith(SCHEMA));
   const json run = json::parse(content("stdout.txt"))["runs"][0];
   EXPECT_EQ(false, run["invocations"][0]["executionSuccessful"]);
+  EXPECT_EQ("vsa check", run["tool"]["driver"]["name"]);
   ASSERT_EQ(5u, run["results"].size());
   const json region = run["results"][1]["locations"][0]["physicalLocation"]["region"];
   EXPECT_EQ("wrong-type", run["results"][1]["ruleId"]);

@@ -248,6 +248,8 @@ TEST_F(ReadOnTest, FindingsOfRulesThatFollowFromADiagnosticAreLeftOut) {
       "t a: .x = 1;\nt b\n.x = 2;\n",
       "t a: .x = 1;\nt 3b: .x = 2;\n",
       "t a: .k[0] = 1; .k[1] = 50%; .k[2] = 2;\n",
+      // The wrong statement may have been intended to declare b.
+      "t: b;\nb.x = 1;\n",
   };
   for (const char* text : texts) {
     write("a.vsa", text);

@@ -223,6 +223,18 @@ TEST_F(FmtCommandTest, ReplacesALongTextOfSmallNodes) {
   EXPECT_EQ(content("a.vsa"), raw + "l0 = ;");
 }
 
+TEST_F(FmtCommandTest, PrintsSeveralTextsOneAfterAnother) {
+  std::string expected, names;
+  for (const char letter : {'a', 'b', 'c', 'd'}) {
+    std::string text;
+    for (int i = 0; i < 50'000; ++i)
+      text += std::string("lamp ") + letter + std::to_string(i) + ";\n";
+    names += ' ' + write(std::string(1, letter) + ".vsa", text);
+    expected += text;
+  }
+  EXPECT_TRUE(vsa("fmt -j 4" + names).out == expected);
+}
+
 TEST_F(FmtCommandTest, FoldersListsAndJobs) {
   std::filesystem::create_directories(folder_ / "in" / "deep");
   for (const char* name : {"in/a.vsa", "in/b.vsa", "in/deep/c.vsa"}) write(name, RAW);

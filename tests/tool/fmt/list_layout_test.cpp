@@ -78,6 +78,17 @@ struct BlockCounter final : vsa::Sink {
   int blocks = 0;
 };
 
+TEST(OutputBufferTest, CountsColumnsFromTheLastLineFeed) {
+  BlockCounter sink;
+  OutputBuffer out(sink);
+  out.put("abc");
+  out.putLines("de");
+  EXPECT_EQ(out.column(), 5U);
+  out.putLines("\"1\n23\n456\"");
+  EXPECT_EQ(out.column(), 4U);
+  EXPECT_TRUE(out.flush());
+}
+
 TEST(OutputBufferTest, WritesBlocks) {
   BlockCounter sink;
   OutputBuffer out(sink);
