@@ -94,7 +94,7 @@ def end_of(process, seconds):
     """Waits for the end of a program. The limit of its processor time does not end a program that waits for something,
     so it is killed after a longer time. Returns its output and its status."""
     try:
-        shown = process.communicate(timeout=60 + 20 * seconds)[0]
+        shown = process.communicate(timeout=60 + 3 * seconds)[0]
     except subprocess.TimeoutExpired:
         os.killpg(process.pid, signal.SIGKILL)
         shown = process.communicate()[0]
