@@ -1,8 +1,6 @@
 #include "vsa/apply/assign_info.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <iterator>
 #include <utility>
 
 namespace zn::korvo_sdk::impl {
@@ -10,11 +8,6 @@ namespace zn::korvo_sdk::impl {
 namespace {
 
 constexpr std::size_t MAX_SHOWN = 20;
-
-// Every value except a matrix fits into this many doubles. The largest of them is a BufferValue,
-// with 40 bytes.
-constexpr std::size_t NARROW_COMPONENTS = 5;
-static_assert(sizeof(BufferValue) <= NARROW_COMPONENTS * sizeof(double));
 
 }  // namespace
 
@@ -52,19 +45,7 @@ void AssignInfo::clear() noexcept {
   reset(listToken);
   reset(referenceToken);
   isScalar = isBuffer = isConnection = isReference = false;
-  clearValue();
-}
-
-void AssignInfo::clearValue() noexcept {
-  // Zeroes the part of the payload that the value may have used. Only a matrix uses more than
-  // NARROW_COMPONENTS doubles. Zeroing all of them would cost 1 % of the instructions of the
-  // benchmark nodes.
-  const bool isMatrix = data.type == AttrType::Mat3 || data.type == AttrType::Mat4;
-  std::fill_n(data.payload.components, NARROW_COMPONENTS, 0.0);
-  if (isMatrix)
-    std::fill(data.payload.components + NARROW_COMPONENTS, std::end(data.payload.components), 0.0);
-  data.type = AttrType::Null;
-  data.elementType = 0;
+  data = AttrData();
 }
 
 bool AssignInfo::isCompressed() const noexcept {
