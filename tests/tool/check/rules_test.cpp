@@ -125,6 +125,7 @@ TEST(Rules, NameTheEscapeSequenceThatMayBeMeant) {
   EXPECT_EQ("`\\u` takes four hexadecimal digits that are not all 0", findingOf("\\u0000").hint);
   EXPECT_TRUE(findingOf("one\\Ntwo").edits.empty());
   EXPECT_EQ("write two backslashes", findingOf("50\\% off").hint);
+  EXPECT_EQ("write two backslashes", findingOf("50\\q off").hint);
   EXPECT_EQ(1U, findingOf("50\\% off").edits.size());
   EXPECT_EQ("write forward slashes, or two backslashes", findingOf("D:\\Novel").hint);
 }

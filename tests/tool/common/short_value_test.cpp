@@ -67,6 +67,7 @@ TEST(ShortValueTest, LongAndHostileTexts) {
   EXPECT_EQ(std::string(60, 'x').append("..."), shortText(std::string(61, 'x')));
   EXPECT_EQ("ab...", shortText("abc", 2));
   EXPECT_EQ("größe", shortText("größe", 5));
+  EXPECT_EQ("€€€€...", shortText("€€€€€", 4));
   EXPECT_EQ("\\x1b[2J\\xff", shortText("\x1B[2J\xFF"));
 }
 

@@ -156,6 +156,11 @@ TEST_F(DiffTest, LongStringsAreShownWhereTheyDiffer) {
                 std::string(20, 'x') + "b\"\n",
             diff("a n: .v = \"" + std::string(100, 'x') + "a\";",
                  "a n: .v = \"" + std::string(100, 'x') + "b\";"));
+  const std::string context(20, 'x');
+  EXPECT_EQ("n.v: \"" + context + "a\" -> \"" + context + "b\"\n",
+            diff("a n: .v = \"" + context + "a\";", "a n: .v = \"" + context + "b\";"));
+  EXPECT_EQ("n.v: byte 1: ...\"" + context + "a\" -> byte 1: ...\"" + context + "b\"\n",
+            diff("a n: .v = \"x" + context + "a\";", "a n: .v = \"x" + context + "b\";"));
 }
 
 TEST_F(DiffTest, ArraysAndObjects) {
