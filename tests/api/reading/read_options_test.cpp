@@ -1,5 +1,6 @@
 // Tests of the options of a reading, and of sources.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <optional>
@@ -117,6 +118,24 @@ TEST(ReadOptions, ProgressEndsWithAllBytesAndLinks) {
     EXPECT_EQ(calls[1].linksResolved, 3U);
     EXPECT_EQ(calls[1].linksTotal, 3U);
   }
+}
+
+TEST(ReadOptions, ProgressOfAPipeHasNoTotalAtFirst) {
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  ASSERT_EQ(::write(ends[1], "lamp a;", 7), 7);
+  ::close(ends[1]);
+  std::vector<ReadProgress> calls;
+  ReadOptions options;
+  options.onProgress = [&](const ReadProgress& progress) {
+    calls.push_back(progress);
+    return true;
+  };
+  EXPECT_TRUE(vsa::readFile("/proc/self/fd/" + std::to_string(ends[0]), options).isComplete());
+  ::close(ends[0]);
+  ASSERT_EQ(calls.size(), 2U);
+  EXPECT_EQ(calls[0].bytesTotal, std::nullopt);
+  EXPECT_EQ(calls[1].bytesTotal, 7U);
 }
 
 TEST(ReadOptions, ProgressDoesNotEndWithAllBytesOfAFaultyText) {

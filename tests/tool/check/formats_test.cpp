@@ -154,6 +154,11 @@ TEST_F(FormatsTest, SarifColumnsOfALongLineCountCharacters) {
   EXPECT_EQ(offset + 1 - 2, region["startColumn"]);
 }
 
+TEST_F(FormatsTest, JsonIsUtf8) {
+  const std::string out = check("-q --format json e.vsa");
+  EXPECT_NE(std::string::npos, out.find("\xE2\x82\xAC")) << out;
+}
+
 TEST_F(FormatsTest, SarifFollowsItsSchema) {
   constexpr char SCHEMA[] = "tool/check/schemas/sarif-2.1.0.schema.json";
   check("-q --format sarif clean.vsa");

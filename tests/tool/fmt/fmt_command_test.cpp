@@ -223,6 +223,15 @@ TEST_F(FmtCommandTest, ReplacesALongTextOfSmallNodes) {
   EXPECT_EQ(content("a.vsa"), raw + "l0 = ;");
 }
 
+TEST_F(FmtCommandTest, RefusesWrongCountsOfLists) {
+  for (const char* count : {"99999999999999999999", "2 2"}) {
+    write("a.vsa", std::string("lamp a: .k = float[") + count + "] {1 2};");
+    const auto run = vsa("fmt --check a.vsa");
+    EXPECT_EQ(run.status, 1) << count;
+    EXPECT_NE(run.err.find("invalid buffer element count: ["), std::string::npos) << run.err;
+  }
+}
+
 TEST_F(FmtCommandTest, PrintsSeveralTextsOneAfterAnother) {
   std::string expected, names;
   for (const char letter : {'a', 'b', 'c', 'd'}) {

@@ -50,6 +50,13 @@ TEST_F(StatsTest, CountsOneFile) {
   EXPECT_GT(total["seconds"], 0);
 }
 
+TEST_F(StatsTest, ANodeWithoutInputsHasNoPath) {
+  write("a.vsa", "lamp a;");
+  const Json total = json("a.vsa")["total"];
+  EXPECT_EQ(0, total["deepestPath"]);
+  EXPECT_EQ("", total["longestPath"]);
+}
+
 TEST_F(StatsTest, TheLargestInputsComeFirst) {
   write("a.vsa", SCENE);
   const Json largest = json("a.vsa")["total"]["largestInputs"];

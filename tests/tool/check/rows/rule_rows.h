@@ -105,6 +105,7 @@ const RuleRow RULE_ROWS[] = {
     {"assigned-twice", "lamp sun: .x = 1;\n.y = 2;\n«sun.x» = 3;\n",
      "lamp sun: .x = 1;\nremove sun;\nlamp sun: .x = 1; .k[*] = 2; .k[*] = 2;\n"
      "lamp moon: .k[0] = 1; .k[*] = 2; .k[3] = 1; .k[*] = 2;\n"},
+    {"assigned-twice", "lamp a: .xwide = 1; «.xwide» = 2;", "lamp a: .xwide = 1; .ywide = 2;"},
     {"assigned-twice", "lamp sun: .x |= a.b;\n«.x» |= a.c;\na a;\n",
      "lamp sun: .x = 1;\n.x |= a.c;\na a;\n"},
     // After `lamp moon;` the paths still belong to sun, probably by mistake.
