@@ -29,7 +29,8 @@ void forEachCharacter(std::string_view text, OnCharacter onCharacter, OnInvalid 
 /// Whether the character is to be escaped in output, because it may control a terminal or viewer,
 /// or hide in a text: control characters (C0, DEL, C1), line and paragraph separators, the marks
 /// that set the writing direction, soft hyphens, blanks and joiners of no width, invisible
-/// operators, deprecated format characters (U+206A to U+206F), byte order marks and tags. Combining
+/// operators, fillers and other letters without a glyph, marks of annotations and of musical beams,
+/// deprecated format characters (U+206A to U+206F), byte order marks and tags. Other combining
 /// characters and variation selectors are not among them.
 bool isTerminalControl(char32_t character);
 

@@ -196,6 +196,18 @@ TEST_F(CheckCommandTest, MaxDiagnosticsEndsTheCheckEarly) {
   EXPECT_EQ(0, vsa("check --max-diagnostics 1 a.vsa").status);
 }
 
+TEST_F(CheckCommandTest, AFileNameIsNoCommandOfACiRunner) {
+  write("::error file=x::a.vsa", "lamp a: .k = ;\n");
+  write("##[error]b.vsa", "lamp a: .k = ;\n");
+  write("c\\u200b.vsa", "lamp a: .k = ;\n");
+  for (const char* format : {"full", "line"}) {
+    const std::string out = vsa(std::string("check -q --format ") + format + " .").out;
+    EXPECT_EQ(std::string::npos, out.find("##[")) << out;
+    EXPECT_EQ(std::string::npos, ('\n' + out).find("\n::")) << out;
+    EXPECT_NE(std::string::npos, out.find("c\\\\u200b.vsa:1:14: error: ")) << out;
+  }
+}
+
 TEST_F(CheckCommandTest, FoldersWithoutFilesAreCounted) {
   std::filesystem::create_directory(folder_ / "a");
   std::filesystem::create_directory(folder_ / "b");

@@ -180,6 +180,11 @@ TEST_F(DiffTest, ArraysAndObjects) {
            "2; .o.x = 2; .links[*] = m; .new = vec2(1 2);"));
 }
 
+TEST_F(DiffTest, AnEscapeDiffersFromABackslash) {
+  EXPECT_EQ("n.s: \"a\\u200bc\" -> \"a\\\\u200bc\"\n",
+            diff("a n: .s = \"a\\u200bc\";", "a n: .s = \"a\\\\u200bc\";"));
+}
+
 TEST_F(DiffTest, ElementsThatAreNoNumbers) {
   EXPECT_EQ(
       "n.k: string[3] \"x\" \"y\" \"z\" -> string[3] \"x\" \"Y\" \"z\": 1 element differs, the "

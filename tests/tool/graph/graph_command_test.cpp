@@ -206,7 +206,7 @@ TEST_F(GraphTest, HostileNames) {
   const std::string dot = graph("'a&amp;\"\\.vsa'");
   EXPECT_EQ(std::string::npos, dot.find("\xC2\x9B"));
   EXPECT_EQ(std::string::npos, dot.find('\xF0'));
-  expectHas(dot, "label=\"a&amp;amp;\\\"\\\\.vsa: 1 node, 1 link\"");
+  expectHas(dot, "label=\"a&amp;amp;\\\"\\\\\\\\.vsa: 1 node, 1 link\"");
   expectHas(dot, "\\\\u009b2J\\\\xf0");
   EXPECT_LT(dot.size(), 2000u);
   expectHas(graph("--svg 'a&amp;\"\\.vsa'"), ">\\u009b2J\\xf0</text>");

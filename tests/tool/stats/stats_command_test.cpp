@@ -50,6 +50,14 @@ TEST_F(StatsTest, CountsOneFile) {
   EXPECT_GT(total["seconds"], 0);
 }
 
+TEST_F(StatsTest, AFileNameIsNoCommandOfACiRunner) {
+  write("::error::a.vsa", "lamp a;");
+  EXPECT_TRUE(vsa("stats ::error::a.vsa").out.starts_with("\\x3a:error::a.vsa\n"));
+  write("b.vsa", "lamp b;");
+  const std::string table = vsa("stats ::error::a.vsa b.vsa").out;
+  EXPECT_NE(table.find("  \\x3a:error::a.vsa"), std::string::npos) << table;
+}
+
 TEST_F(StatsTest, ANodeWithoutInputsHasNoPath) {
   write("a.vsa", "lamp a;");
   const Json total = json("a.vsa")["total"];

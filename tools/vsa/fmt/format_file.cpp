@@ -45,7 +45,7 @@ class Formatting {
              const ReadingProgress& onProgress)
       : file_(file),
         name_(name),
-        shown_(printable(shownName(name))),
+        shown_(printableLine(shownName(name))),
         arguments_(arguments),
         onProgress_(onProgress),
         bytes_(TextFileSource(file).size().value_or(0)) {}
@@ -262,7 +262,7 @@ FormatOutcome run(Formatting& formatting, FormatMode mode) {
 
 FormatOutcome formatFile(const std::string& name, FormatMode mode, const ReadArguments& arguments,
                          const ReadingProgress& onProgress) {
-  const std::string shown = printable(shownName(name));
+  const std::string shown = printableLine(shownName(name));
   if (mode == FormatMode::Replace && !isRegular(name)) {
     return failed(EXIT_USAGE, shown, "not a regular file");
   }

@@ -141,7 +141,7 @@ std::string filesTable(const StatisticsReport& report) {
                                     status};
   };
   for (const FileStatistics& file : report.files) {
-    table.add(row("  " + printable(file.name), file.counts, file.status));
+    table.add(row("  " + printableLine(file.name), file.counts, file.status));
   }
   table.add(row("  all", report.total, ""));
   return table.text();
@@ -150,7 +150,7 @@ std::string filesTable(const StatisticsReport& report) {
 /// Returns the name of a file, with the status of a reading that is not complete.
 std::string titleOf(const FileStatistics& file) {
   const bool isComplete = file.status == vsa::name(vsa::ReadStatus::Complete);
-  return printable(file.name) + (isComplete ? "" : " (" + file.status + ')');
+  return printableLine(file.name) + (isComplete ? "" : " (" + file.status + ')');
 }
 
 }  // namespace

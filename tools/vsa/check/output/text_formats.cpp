@@ -33,8 +33,8 @@ const char* colourOf(Level level) {
 }  // namespace
 
 std::string placePrefix(const std::string& file, const std::optional<vsa::TextRange>& range) {
-  if (!range) return printable(file) + ": ";
-  return fmt::format("{}:{}:{}: ", printable(file), range->begin.line, range->begin.column);
+  if (!range) return printableLine(file) + ": ";
+  return fmt::format("{}:{}:{}: ", printableLine(file), range->begin.line, range->begin.column);
 }
 
 std::string FullFormat::coloured(const char* code, std::string_view text) const {
@@ -60,7 +60,7 @@ std::string FullFormat::render(const Finding& finding, const FindingPlace& place
     text += fmt::format(
         "{}: {}: the reader stops at line {}; the following was found by reading "
         "on\n",
-        printable(place.file), coloured(BOLD_CYAN, "note"), *place.stopLine);
+        printableLine(place.file), coloured(BOLD_CYAN, "note"), *place.stopLine);
   }
   text += messageLine(finding, place);
   if (finding.range) text += excerpt(*finding.range, place, BOLD_GREEN);

@@ -43,7 +43,7 @@ class Reading {
     addEnd();
     addByteLoss(*input.source);
     if (dropped_ > 0) {
-      file_.messages += "vsa: " + printable(file_.name) + ": and " + std::to_string(dropped_) +
+      file_.messages += "vsa: " + printableLine(file_.name) + ": and " + std::to_string(dropped_) +
                         " more messages (--max-diagnostics N prints more)\n";
     }
     return std::move(file_);
@@ -120,7 +120,7 @@ SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments,
   if (input.problem.empty()) return Reading(name, arguments, onProgress).read(input, scene);
   SceneFile file;
   file.name = shownName(name);
-  file.messages = "vsa: " + printable(file.name + ": " + input.problem) + '\n';
+  file.messages = "vsa: " + printableLine(file.name + ": " + input.problem) + '\n';
   file.result.status = vsa::ReadStatus::Unreadable;
   file.exitStatus = isInterrupted() ? EXIT_INTERRUPTED : EXIT_USAGE;
   return file;

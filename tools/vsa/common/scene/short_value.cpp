@@ -132,7 +132,7 @@ std::string shortText(std::string_view text, std::size_t capacity) {
   // has at least `capacity` characters, or it is the whole text.
   std::string_view part = text.substr(0, std::min(text.size(), 4 * capacity));
   const auto add = [&](std::string_view bytes) {
-    if (characters++ < capacity) shown += printable(bytes);
+    if (characters++ < capacity) shown += bytes == "\\" ? "\\\\" : printable(bytes);
   };
   forEachCharacter(
       part, [&](char32_t, std::string_view bytes) { add(bytes); },

@@ -11,8 +11,9 @@
 
 namespace vsa_tools {
 
-/// Returns the first characters of `text`, at most `capacity`, escaped by printable(). "..."
-/// follows if `text` is longer. Reads only the beginning of `text`, at most 4 bytes for each
+/// Returns the first characters of `text`, at most `capacity`, escaped by printable(). Backslashes
+/// are doubled, as in the strings of the format, so an escape differs from a backslash of the text.
+/// "..." follows if `text` is longer. Reads only the beginning of `text`, at most 4 bytes for each
 /// character of `capacity`.
 std::string shortText(std::string_view text, std::size_t capacity = 60);
 
