@@ -87,6 +87,34 @@ TEST_F(SelectionTest, AWrongConfigurationIsAnError) {
   EXPECT_EQ("vsa: none: No such file or directory\n", vsa("check --config none a.vsa").err);
 }
 
+// Copying a value that is nested very deeply overflowed the stack.
+TEST_F(SelectionTest, AJsonFileIsNestedAtMost32Levels) {
+  const auto nested = [](std::size_t levels) {
+    return std::string(levels, '[') + std::string(levels, ']');
+  };
+  write("closed.json", "{\"ignore\": " + nested(200000) + "}");
+  write("open.json", std::string(400000, '['));
+  std::string objects;
+  for (int i = 0; i < 100000; ++i) objects += "{\"\":";
+  write("objects.json", objects);
+  for (const std::string file : {"closed.json", "open.json", "objects.json"}) {
+    for (const std::string option :
+         {"check --config ", "check --baseline ", "check --types ", "convert -o b.vsa --types "}) {
+      const CommandOutcome run = vsa(option + file + " a.vsa");
+      EXPECT_EQ(2, run.status) << option << file;
+      EXPECT_NE(std::string::npos, run.err.find("nested deeper than 32 levels")) << run.err;
+    }
+  }
+  write("33.json", nested(33));
+  EXPECT_EQ("vsa: 33.json: nested deeper than 32 levels\n",
+            vsa("check --config 33.json a.vsa").err);
+  write("32.json", nested(32));
+  EXPECT_EQ("vsa: 32.json: this is no baseline of vsa check\n",
+            vsa("check --baseline 32.json a.vsa").err);
+  write(".vsa-check.json", content("closed.json"));
+  EXPECT_TRUE(vsa("check a.vsa").err.ends_with("/.vsa-check.json: nested deeper than 32 levels\n"));
+}
+
 TEST_F(SelectionTest, CommentsIgnoreFindings) {
   const std::pair<const char*, const char*> rows[] = {
       {"lamp a: .k = 1;\n# vsa-check: ignore narrowing\n\n# more\n.k\n= 2.5;\n.k = 3.5;\n",

@@ -1,13 +1,11 @@
 #include "tools/vsa/check/selection/baseline.h"
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
 #include <vsa/file_replacement.h>
 #include "tools/scene_text/printable_text.h"
+#include "tools/vsa/check/selection/json_file.h"
 
 namespace vsa_tools {
 
@@ -27,11 +25,9 @@ std::string trimmed(const std::string& line) {
 }  // namespace
 
 Baseline Baseline::read(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  if (!file) throw std::runtime_error(path + ": " + std::strerror(errno));
   Baseline baseline;
   try {
-    const Json json = Json::parse(file);
+    const Json json = readJsonFile<Json>(path);
     for (const Json& row : json.at("findings")) {
       baseline.files_[row.at("file")][{row.at("id"), row.at("message"), row.at("line")}] +=
           row.at("count").get<std::uint64_t>();

@@ -1,12 +1,10 @@
 #include "tools/vsa/check/selection/config.h"
 
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
+#include "tools/vsa/check/selection/json_file.h"
 #include "tools/vsa/common/did_you_mean.h"
 
 namespace vsa_tools {
@@ -30,11 +28,9 @@ std::string configAbove(const std::string& folder) {
 }
 
 LevelRules readConfig(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  if (!file) throw std::runtime_error(path + ": " + std::strerror(errno));
   LevelRules rules;
   try {
-    const auto json = nlohmann::json::parse(file);
+    const auto json = readJsonFile<nlohmann::json>(path);
     for (const auto& [key, value] : json.get<nlohmann::json::object_t>()) {
       if (key == "$schema") continue;
       const std::vector<std::string> known{"error", "warn", "ignore"};
