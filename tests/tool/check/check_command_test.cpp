@@ -123,6 +123,29 @@ TEST_F(CheckCommandTest, FewFilesNeedFewThreads) {
             statusOf("ulimit -v 2000000 && " VSA_COMMAND " check -j 1024 a.vsa b.vsa >stdout.txt"));
   EXPECT_EQ(expected, content("stdout.txt"));
 }
+
+// The rules about links need far more memory than the reader for many links in one node. Other
+// rules run on a second thread if the file is the only one.
+TEST_F(CheckCommandTest, AFileThatNeedsTooMuchMemoryIsNamedAndTheOthersAreChecked) {
+  std::string links = "lamp a;\n";
+  for (int i = 0; i < 200000; ++i) links += "a.i" + std::to_string(i) + "=a;";
+  write("links.vsa", links);
+  write("warning.vsa", WARNING);
+  const std::string limited =
+      "ulimit -v 130000 && " VSA_COMMAND " check --ignore reference-circle ";
+  for (const std::string workers : {"-j 1", "-j 2"}) {
+    EXPECT_EQ(2, statusOf(limited + workers + " links.vsa warning.vsa >stdout.txt 2>stderr.txt"));
+    const std::string out = content("stdout.txt");
+    EXPECT_TRUE(
+        out.starts_with("links.vsa: error: checking it needs more memory than there is "
+                        "[unreadable-file]\nwarning.vsa:3:15: warning: "))
+        << out;
+    EXPECT_TRUE(out.ends_with("2 files checked: 1 error, 1 warning in 2 files\n")) << out;
+    EXPECT_EQ("", content("stderr.txt"));
+  }
+  EXPECT_EQ(2, statusOf(limited + "links.vsa >stdout.txt"));
+  EXPECT_TRUE(content("stdout.txt").ends_with("1 file checked: 1 error, 0 warnings\n"));
+}
 #endif
 
 TEST_F(CheckCommandTest, StandardInputHasAName) {

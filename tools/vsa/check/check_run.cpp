@@ -10,11 +10,10 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 #include <stdexcept>
 #include <thread>
 
-#include "tools/vsa/check/file_check.h"
-#include "tools/vsa/check/file_findings.h"
 #include "tools/vsa/check/fix/apply_edits.h"
 #include "tools/vsa/check/fix/fix_round.h"
 #include "tools/vsa/check/kinds.h"
@@ -52,6 +51,20 @@ void keepFreedMemory() {
 // The minimum size in bytes of a text whose rules run on a second thread while it is read. A thread
 // takes 0.05 ms to start, and a text of this size takes about 1 ms to read.
 constexpr std::size_t MIN_CONCURRENT_BYTES = std::size_t{1} << 20;
+
+constexpr char OUT_OF_MEMORY[] = "checking it needs more memory than there is";
+
+// Returns the result of a check whose findings these are.
+FileResult resultOf(FileFindings& findings) {
+  FileResult result;
+  result.findings = findings.take();
+  result.isChecked = !isInterrupted();
+  result.hasFindings = findings.hasFound();
+  result.isUnreadable = findings.isUnreadable();
+  result.inBaseline = findings.inBaseline();
+  result.found = findings.found();
+  return result;
+}
 
 /// Reads the node types of --types. Throws std::runtime_error if the file cannot be read, is too
 /// large, or is not a valid description of types. After Ctrl-C, which may have ended the reading
@@ -137,11 +150,28 @@ void CheckRun::printProblems(const FileList& list) {
   }
 }
 
+// Checks a file. If there is not enough memory for that, the memory that the check has taken is
+// freed, and the other files are still checked.
 FileResult CheckRun::check(const Item& item, Turn& turn) {
-  FileResult result;
-  if (printer_.isFull() || isInterrupted()) return result;
+  if (printer_.isFull() || isInterrupted()) return {};
+  try {
+    return checkFile(item, turn);
+  } catch (const std::bad_alloc&) {
+    return outOfMemory(item);
+  }
+}
+
+FileResult CheckRun::outOfMemory(const Item& item) {
+  const CheckedText none(CheckedText::InMemory{});
+  FileFindings findings(item.shownName, none, *item.levels, *format_, known_.of(item.shownName),
+                        {});
+  if (!options_.newBaseline.empty()) findings.recordFound();
+  findings.add(unreadable(OUT_OF_MEMORY), 0);
+  return resultOf(findings);
+}
+
+FileResult CheckRun::checkFile(const Item& item, Turn& turn) {
   const FixOutcome fixing = options_.isFixing ? fix(item) : FixOutcome();
-  result.fixed = fixing.fixed;
   CheckedText text(item.file);
   FileFindings findings(item.shownName, text, *item.levels, *format_, known_.of(item.shownName),
                         [&](const std::vector<RenderedFinding>& rendered) {
@@ -157,22 +187,29 @@ FileResult CheckRun::check(const Item& item, Turn& turn) {
     };
   }
   if (hasIdleProcessor_) checkOptions.minConcurrentBytes = MIN_CONCURRENT_BYTES;
+  runFileCheck(text, checkOptions, item.levels->rules(), findings);
+  FileResult result = resultOf(findings);
+  result.fixed = fixing.fixed;
+  result.isTextTooLarge = text.isOpen() && !text.isKept() && !format_->isLog();
+  return result;
+}
+
+// Passes the findings of FileCheck on. If there is not enough memory for the check, the findings
+// until then remain.
+void CheckRun::runFileCheck(CheckedText& text, const FileCheckOptions& checkOptions,
+                            const RuleSet& rules, FileFindings& findings) {
   FileCheck* running = nullptr;
   const FileCheck::Consumer consumer = [&](Finding&& finding) {
     findings.add(std::move(finding), running->stopLine());
     return findings.count() <= options_.reading.maxDiagnostics() && !printer_.isFull();
   };
-  FileCheck fileCheck(text, checkOptions, item.levels->rules(), consumer);
-  running = &fileCheck;
-  fileCheck.run();
-  result.findings = findings.take();
-  result.isChecked = !isInterrupted();
-  result.hasFindings = findings.hasFound();
-  result.isUnreadable = findings.isUnreadable();
-  result.isTextTooLarge = text.isOpen() && !text.isKept() && !format_->isLog();
-  result.inBaseline = findings.inBaseline();
-  result.found = findings.found();
-  return result;
+  try {
+    FileCheck fileCheck(text, checkOptions, rules, consumer);
+    running = &fileCheck;
+    fileCheck.run();
+  } catch (const std::bad_alloc&) {
+    if (!findings.isUnreadable()) findings.add(unreadable(OUT_OF_MEMORY), 0);
+  }
 }
 
 // Applies the edits of findings in rounds, until fixedOnce() returns no edits, but not more than

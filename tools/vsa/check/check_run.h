@@ -13,6 +13,8 @@
 
 #include <vsa/types.h>
 #include "tools/vsa/check/check_options.h"
+#include "tools/vsa/check/file_check.h"
+#include "tools/vsa/check/file_findings.h"
 #include "tools/vsa/check/output/format.h"
 #include "tools/vsa/check/output/printer.h"
 #include "tools/vsa/check/selection/baseline.h"
@@ -60,6 +62,10 @@ class CheckRun {
 
   std::vector<Item> items(const FileList& list);
   FileResult check(const Item& item, Turn& turn);
+  FileResult checkFile(const Item& item, Turn& turn);
+  void runFileCheck(CheckedText& text, const FileCheckOptions& checkOptions, const RuleSet& rules,
+                    FileFindings& findings);
+  FileResult outOfMemory(const Item& item);
   FixOutcome fix(const Item& item);
   void add(const Item& item, const FileResult& result);
   void printProblems(const FileList& list);
