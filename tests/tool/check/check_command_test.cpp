@@ -240,6 +240,31 @@ TEST_F(CheckCommandTest, FoldersWithoutFilesAreCounted) {
       vsa("check --max-diagnostics 1 a b").out);
 }
 
+// Neither the reader nor a rule reads a text that is longer than --max-text. The byte order mark is
+// not a part of the text.
+TEST_F(CheckCommandTest, ATextThatIsTooLongHasOneFinding) {
+  const std::string text = "\xEF\xBB\xBFlamp a: .k = 1;\n.k = 2;\n";
+  write("long.vsa", text);
+  const std::string arguments = "check --no-config --format line --max-text ";
+  const std::string finding = ":1:1: error: the text is longer than 23 bytes [over-limit]\n";
+  const std::string summary = "1 file checked: 1 error, 0 warnings\n";
+  const CommandOutcome run = vsa(arguments + "23 long.vsa");
+  EXPECT_EQ(1, run.status);
+  EXPECT_EQ("long.vsa" + finding, run.out);
+  EXPECT_EQ(summary, run.err);
+  EXPECT_EQ("<stdin>" + finding, vsa(arguments + "23 - <long.vsa").out);
+  EXPECT_EQ("long.vsa" + finding, vsa(arguments + "23 --fix long.vsa").out);
+  EXPECT_EQ(text, content("long.vsa"));
+  const std::string within = vsa(arguments + "24 long.vsa").out;
+  EXPECT_TRUE(within.starts_with("long.vsa:2:1: warning: the input a.k gets a value twice"))
+      << within;
+  write("longer.vsa", text + std::string(1000, '#'));
+  EXPECT_EQ("longer.vsa" + finding, vsa(arguments + "23 longer.vsa").out);
+  EXPECT_EQ(summary, vsa(arguments + "23 longer.vsa").err);
+  write("utf16.vsa", "\xFF\xFEl\0a\0m\0p\0"s + std::string(1000, '\0'));
+  EXPECT_EQ("utf16.vsa" + finding, vsa(arguments + "23 utf16.vsa").out);
+}
+
 TEST_F(CheckCommandTest, FindingsBeyondThoseThatAreKeptAreInOrder) {
   std::string text = "lamp a: .k = 1;\n";
   for (int i = 0; i < 10000; ++i) text += ".k = 2.5;\n";

@@ -1,6 +1,7 @@
 #include "tools/vsa/check/check_run.h"
 
 #include <unistd.h>
+#include <utf8.h>
 #if defined(__GLIBC__)
 #include <malloc.h>
 #endif
@@ -52,6 +53,15 @@ void keepFreedMemory() {
 // takes 0.05 ms to start, and a text of this size takes about 1 ms to read.
 constexpr std::size_t MIN_CONCURRENT_BYTES = std::size_t{1} << 20;
 
+// Returns the maximum size in bytes of a file that is kept in memory. A text that is longer than
+// --max-text is not kept, because only its finding about that limit is reported. Its byte order
+// mark does not count.
+std::uint64_t maxKeptBytes(const ReadArguments& reading) {
+  const std::uint64_t limit = reading.options().limits.textBytes;
+  const bool isLow = limit < CheckedText::MAX_KEPT_BYTES - sizeof utf8::bom;
+  return isLow ? limit + sizeof utf8::bom : CheckedText::MAX_KEPT_BYTES;
+}
+
 constexpr char OUT_OF_MEMORY[] = "checking it needs more memory than there is";
 
 // Returns the result of a check whose findings these are.
@@ -87,6 +97,7 @@ std::vector<vsa::TypeDescription> readTypesFile(const std::string& path) {
 
 CheckRun::CheckRun(const CheckOptions& options)
     : options_(options),
+      maxKeptBytes_(maxKeptBytes(options.reading)),
       format_(makeFormat(options.format, isColoured(options.colour), options.isStrict)),
       printer_(*format_, options.reading.maxDiagnostics(), progress_) {
 }
@@ -172,7 +183,7 @@ FileResult CheckRun::outOfMemory(const Item& item) {
 
 FileResult CheckRun::checkFile(const Item& item, Turn& turn) {
   const FixOutcome fixing = options_.isFixing ? fix(item) : FixOutcome();
-  CheckedText text(item.file);
+  CheckedText text(item.file, maxKeptBytes_);
   FileFindings findings(item.shownName, text, *item.levels, *format_, known_.of(item.shownName),
                         [&](const std::vector<RenderedFinding>& rendered) {
                           if (turn.await()) printer_.print(rendered);
@@ -190,7 +201,9 @@ FileResult CheckRun::checkFile(const Item& item, Turn& turn) {
   runFileCheck(text, checkOptions, item.levels->rules(), findings);
   FileResult result = resultOf(findings);
   result.fixed = fixing.fixed;
-  result.isTextTooLarge = text.isOpen() && !text.isKept() && !format_->isLog();
+  const bool isTooLarge = text.isOpen() && !text.isKept();
+  const bool isOfAnySize = maxKeptBytes_ == CheckedText::MAX_KEPT_BYTES;
+  result.isTextTooLarge = isTooLarge && isOfAnySize && !format_->isLog();
   return result;
 }
 
@@ -218,7 +231,7 @@ void CheckRun::runFileCheck(CheckedText& text, const FileCheckOptions& checkOpti
 FixOutcome CheckRun::fix(const Item& item) {
   FixOutcome outcome;
   for (int round = 0; round < MAX_FIX_ROUNDS && !isInterrupted(); ++round) {
-    CheckedText text(item.file);
+    CheckedText text(item.file, maxKeptBytes_);
     // After an error or Ctrl-C, the text is only a part of the file.
     if (!text.isKept() || !text.problem().empty() || isInterrupted()) break;
     const FileCheckOptions checkOptions{options_.reading, options_.isFirstOnly, false, types_};

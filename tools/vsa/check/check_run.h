@@ -73,6 +73,7 @@ class CheckRun {
   int exitStatus(bool isWritten) const;
 
   const CheckOptions& options_;
+  std::uint64_t maxKeptBytes_;
   std::unique_ptr<Format> format_;
   Progress progress_{"checking"};
   Printer printer_;

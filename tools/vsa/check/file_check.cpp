@@ -90,6 +90,8 @@ void FileCheck::read() {
   } else if (outcome.status == vsa::ReadStatus::Unreadable) {
     consume(unreadable(outcome.message));
   }
+  // Nothing else reads a text that is too long either.
+  if (outcome.limit == vsa::Limit::TextBytes) return;
   const bool isStopped = outcome.status == vsa::ReadStatus::StoppedByError ||
                          outcome.status == vsa::ReadStatus::CutOff || cannotAllocate;
   if (isStopped && stop) stopOffset_ = stop->range.end.offset;

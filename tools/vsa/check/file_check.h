@@ -53,7 +53,8 @@ class FileCheck {
   /// there is one. Next are the diagnostics that only reading on finds. The findings of the rules
   /// are last. A file that cannot be opened has one finding. A compressed file and a
   /// text in another encoding are not read (unless they are too large to be kept), so they only
-  /// have findings of the rules. Throws what the consumer throws.
+  /// have findings of the rules. A text that is longer than ReadLimits::textBytes only has findings
+  /// of the reader. Throws what the consumer throws.
   void run();
 
   /// Returns the line at which the reader stops. 0 until the findings after that line are searched
