@@ -148,6 +148,12 @@ TEST_F(CheckCommandTest, AFileThatNeedsTooMuchMemoryIsNamedAndTheOthersAreChecke
 }
 #endif
 
+TEST_F(CheckCommandTest, APipeInAFolderIsNotRead) {
+  write("a.vsa", CLEAN);
+  EXPECT_EQ(0, statusOf("mkfifo pipe.vsa; timeout 20 " VSA_COMMAND " check . >stdout.txt"));
+  EXPECT_EQ("1 file checked: no problems found\n", content("stdout.txt"));
+}
+
 TEST_F(CheckCommandTest, StandardInputHasAName) {
   write("a.vsa", "\xEF\xBB\xBFlamp a: .k = 1; .k = 2.5;\n");
   EXPECT_TRUE(vsa("check - <a.vsa").out.starts_with("<stdin>:1:22: warning: "))

@@ -1,6 +1,7 @@
 #include "tools/vsa/common/files/file_list.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -74,6 +75,19 @@ TEST_F(FileListTest, LinksToFoldersAreNotFollowed) {
   fs::create_directory_symlink(folder_, folder_ / "loop");
   fs::create_symlink(folder_ / "a.vsa", folder_ / "b.vsa");
   EXPECT_EQ((Names{"a.vsa", "b.vsa"}), shortened(listFiles({folder_.native()}).files));
+}
+
+// Reading a pipe or a device may never end. A missing file is reported when it is opened.
+TEST_F(FileListTest, AFolderStandsForItsRegularFiles) {
+  write("a.vsa");
+  ASSERT_EQ(0, ::mkfifo((folder_ / "pipe.vsa").c_str(), 0600));
+  fs::create_symlink("pipe.vsa", folder_ / "pipe_link.vsa");
+  fs::create_symlink("/dev/zero", folder_ / "device.vsa");
+  fs::create_symlink("a.vsa", folder_ / "link.vsa");
+  fs::create_symlink("none", folder_ / "missing.vsa");
+  EXPECT_EQ((Names{"a.vsa", "link.vsa", "missing.vsa"}),
+            shortened(listFiles({folder_.native()}).files));
+  EXPECT_EQ(Names{"pipe.vsa"}, shortened(listFiles({(folder_ / "pipe.vsa").native()}).files));
 }
 
 TEST_F(FileListTest, AFolderWithoutTextsIsAProblem) {

@@ -67,9 +67,16 @@ class FileLister {
     std::error_code ignored;
     if (entry.is_directory(ignored)) {
       if (!entry.is_symlink(ignored)) addContent(path);
-    } else if (name.ends_with(".vsa")) {
+    } else if (name.ends_with(".vsa") && !isSpecial(entry)) {
       list.files.push_back(path);
     }
+  }
+
+  // Returns whether the entry is a pipe, a socket or a device, or a link to one. Reading it could
+  // wait without end. A link to a missing file is not special: it is reported when it is opened.
+  static bool isSpecial(const fs::directory_entry& entry) {
+    std::error_code ignored;
+    return !entry.is_regular_file(ignored) && entry.exists(ignored);
   }
 
   void addList(const std::string& name) {

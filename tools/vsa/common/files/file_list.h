@@ -26,8 +26,8 @@ enum class NameSeparator : char { LineEnd = '\n', Nul = '\0' };
 
 /// Returns the files that the arguments name. An argument has one of three forms:
 ///   FOLDER  all *.vsa in the folder and its subfolders, sorted by path. Inside it, files and
-///           folders whose names begin with a period are omitted, and links to folders are not
-///           followed.
+///           folders whose names begin with a period are omitted, and so are pipes, sockets and
+///           devices. Links to folders are not followed.
 ///   @LIST   the files and folders that the file LIST names ("@-" reads the list from standard
 ///           input). "@x" in a list is the file of that name, not another list. Empty names are
 ///           skipped and, unless the separator is NameSeparator::Nul, names of blanks only.
