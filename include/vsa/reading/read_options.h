@@ -103,6 +103,13 @@ struct ReadOptions {
   /// Called with each diagnostic when it is found, in the order of the log. It is also called for
   /// diagnostics that are not kept.
   std::function<void(const Diagnostic&)> onDiagnostic;
+  /// Called before the library creates a diagnostic. If it returns false, the diagnostic is only
+  /// counted: `onDiagnostic` is not called, and the outcome does not keep the diagnostic. The texts
+  /// of a diagnostic may contain a path of any length, and take time in proportion to it. If it
+  /// returns true, it may be called again for the same diagnostic. It is not called for a
+  /// diagnostic that ends the reading, for the first buffer that is too large, for an EndMark, and
+  /// for a HostMessage: these are always created.
+  std::function<bool(DiagnosticId)> wantsDiagnostic;
   /// The maximum number of diagnostics that the outcome keeps. A diagnostic that exceeds this
   /// maximum or `keptDiagnosticBytes` is only counted, and so are all diagnostics after it. The
   /// diagnostic that ended the reading is always kept. If `onDiagnostic` is not set, the library

@@ -87,7 +87,7 @@ void Reading::exceed(Budget budget) {
 // it becomes the message of the outcome. The messages about further buffers are created only if the
 // recorder wants them.
 void Reading::refuse(Refusal refusal, const AssignInfo& info) {
-  if (refusedFor_ && !recorder_->wants(Severity::Error)) return;
+  if (refusedFor_ && !recorder_->wants(DiagnosticId::OverLimit, Severity::Error)) return;
   std::string message = describedBuffer(info, recorder_->statementPath());
   if (refusal == Refusal::BufferBytes) {
     message += " is larger than the limit of " + std::to_string(limits.bufferBytes) + " bytes";
@@ -200,7 +200,8 @@ std::uint64_t Reading::linksTotal() const noexcept {
 
 bool Reading::wants(zn::korvo_sdk::DiagnosticId id) {
   const bool isWarning = rowOf(id).severity == zn::korvo_sdk::Severity::Warning;
-  return recorder_->wants(isWarning ? Severity::Warning : Severity::Error);
+  return recorder_->wants(static_cast<DiagnosticId>(id),
+                          isWarning ? Severity::Warning : Severity::Error);
 }
 
 void Reading::report(const zn::korvo_sdk::Diagnostic& diagnostic) {

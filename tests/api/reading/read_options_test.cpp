@@ -217,6 +217,40 @@ TEST(ReadOptions, SizeOfASourceIsTheTotal) {
   EXPECT_EQ(total, 9U);
 }
 
+TEST(ReadOptions, DiagnosticsThatTheHostDoesNotWantAreOnlyCounted) {
+  ReadOptions options;
+  options.wantsDiagnostic = [](vsa::DiagnosticId id) { return id != vsa::DiagnosticId::Narrowing; };
+  int calls = 0;
+  options.onDiagnostic = [&](const vsa::Diagnostic&) { ++calls; };
+  const ReadResult result =
+      vsa::readText("lamp a: .k = 1; .k = 2.5; .s = \"x\"; .s = 1; .k = 2.5;", options);
+  EXPECT_TRUE(result.isComplete());
+  ASSERT_EQ(result.diagnostics.size(), 1U);
+  EXPECT_EQ(result.diagnostics[0].id, vsa::DiagnosticId::WrongType);
+  EXPECT_EQ(calls, 1);
+  EXPECT_EQ(result.droppedDiagnostics, 2U);
+  EXPECT_EQ(result.warningCount + result.errorCount, 3U);
+}
+
+// The diagnostics tell why the reading is not complete.
+TEST(ReadOptions, TheEndAndTheFirstRefusedBufferAreAlwaysReported) {
+  ReadOptions options;
+  options.limits.bufferBytes = 4;
+  options.wantsDiagnostic = [](vsa::DiagnosticId) { return false; };
+  const ReadResult result = vsa::readText(
+      "lamp a: .x = float[2] {1 2}; .y = float[2] {1 2}; .k = 1; .k = 2.5; .k = ;", options);
+  ASSERT_EQ(result.diagnostics.size(), 2U);
+  EXPECT_EQ(result.diagnostics[0].inputPath, "a.x");
+  EXPECT_TRUE(result.diagnostics[1].endedReading);
+  EXPECT_EQ(result.droppedDiagnostics, 2U);
+}
+
+TEST(ReadOptions, AnExceptionOfWantsDiagnosticEndsTheReading) {
+  ReadOptions options;
+  options.wantsDiagnostic = [](vsa::DiagnosticId) -> bool { throw 1; };
+  EXPECT_EQ(vsa::readText("lamp a: .k = 1; .k = 2.5;", options).status, ReadStatus::HostException);
+}
+
 TEST(ReadOptions, NothingIsPrinted) {
   testing::internal::CaptureStderr();
   testing::internal::CaptureStdout();

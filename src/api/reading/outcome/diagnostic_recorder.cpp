@@ -75,8 +75,8 @@ DiagnosticRecorder::DiagnosticRecorder(const ReadOptions& options, ReadOutcome& 
       parser_(parser) {
 }
 
-bool DiagnosticRecorder::wants(Severity severity) {
-  if (options_.onDiagnostic != nullptr || !keepsNoMore()) return true;
+bool DiagnosticRecorder::wants(DiagnosticId id, Severity severity) {
+  if (isWantedByHost(id) && (options_.onDiagnostic != nullptr || !keepsNoMore())) return true;
   count(severity);
   checkLimit(false);
   return false;
@@ -131,6 +131,11 @@ void DiagnosticRecorder::addOverLimit(Limit limit, std::uint64_t maximum, bool e
                                       std::string message) {
   add(DiagnosticId::OverLimit, Severity::Error, endedReading, std::move(message),
       std::to_string(maximum), limit);
+}
+
+bool DiagnosticRecorder::isWantedByHost(DiagnosticId id) {
+  if (options_.wantsDiagnostic == nullptr) return true;
+  return ending_.callHost([&] { return options_.wantsDiagnostic(id); });
 }
 
 // Whether the diagnostic is necessary: it ends the reading, a callback receives it, or there may be

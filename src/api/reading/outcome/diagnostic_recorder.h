@@ -26,11 +26,11 @@ class DiagnosticRecorder {
   DiagnosticRecorder(const ReadOptions& options, ReadOutcome& outcome, Ending& ending,
                      TextStore& store, TextIndex& index, const VsaParser& parser);
 
-  /// Returns true if the caller must create a diagnostic with this severity, because it may be kept
-  /// or a callback receives it. Otherwise counts the diagnostic and returns false. Call the
+  /// Returns true if the caller must create a diagnostic with this id and severity, because it may
+  /// be kept or a callback receives it. Otherwise counts the diagnostic and returns false. Call the
   /// function only for a diagnostic that does not end the reading. Throws ReadStopped if the limit
-  /// of diagnostics is exceeded.
-  bool wants(Severity severity);
+  /// of diagnostics is exceeded or a callback throws an exception.
+  bool wants(DiagnosticId id, Severity severity);
   /// Records a diagnostic of the reader. Throws ReadStopped if the limit of diagnostics is exceeded
   /// or a callback throws an exception.
   void add(const Record& record);
@@ -52,6 +52,7 @@ class DiagnosticRecorder {
   std::uint64_t keptBytes() const noexcept { return keptBytes_; }
 
  private:
+  bool isWantedByHost(DiagnosticId id);
   bool isWanted(bool endedReading, std::uint64_t messageBytes) const noexcept;
   bool keepsNoMore() const noexcept;
   // Whether there is room to keep a diagnostic with this number of bytes.
