@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Compares the instructions that `vsa check` needs for texts with few mistakes and with four times as many.
+"""Compares the instructions that commands need for texts with few mistakes and with four times as many.
 
 check_growth.py VSA [--all]
 
@@ -7,6 +7,10 @@ Runs the command VSA under callgrind for texts that consist of one mistake again
 times the size takes more than 4.6 times as many instructions. The factor is 4 for linear time, 4.3 for n log n, and 16
 for the square of the size. The instructions for a text without statements are subtracted. Without --all, only the
 mistakes of SAMPLE are checked, which take ten seconds.
+
+Most texts are for `vsa check`. The commands of COMMANDS read a text whose node has a long name, with many diagnostics
+about its inputs: the text of four times the size has four times as many, and a name that is four times as long. The
+commands print only the first of these diagnostics and must not take time for the texts of the others.
 """
 import argparse
 import concurrent.futures
@@ -46,15 +50,20 @@ MISTAKES = {
     "unknown escapes": 'a.s = "\\q";\n',
     "links to missing nodes": "a.r = nobody;\n",
 }
+COMMANDS = ["stats", "dump", "types", "convert", "merge"]
+NAME_BYTES = 16384
 SAMPLE = ["assignments without semicolons", "colons", "open braces", "conflict markers"]
 
 
-def instructions(command, text, folder, name):
-    """Returns the instructions of a check of the text."""
+CHECK = ["check", "-q", "--format", "line", "--max-diagnostics", "1000000"]
+
+
+def instructions(command, text, folder, name, arguments=CHECK):
+    """Returns the instructions of the command with these arguments for the text."""
     path = folder / f"{name}.vsa"
     path.write_text(text)
-    done = subprocess.run(["valgrind", "--tool=callgrind", f"--callgrind-out-file={folder / name}.out", command, "check",
-                           "-q", "--format", "line", "--max-diagnostics", "1000000", path],
+    done = subprocess.run(["valgrind", "--tool=callgrind", f"--callgrind-out-file={folder / name}.out", command,
+                           *arguments, path],
                           stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True, cwd=folder)
     found = re.search(r"Collected : (\d+)", done.stderr)
     if done.returncode > 1 or not found:
@@ -71,6 +80,15 @@ def growth(command, folder, nothing, mistake, size):
     return (many - nothing) / max(few - nothing, 1)
 
 
+def growth_of_names(command, folder, name):
+    """Returns the same factor for a text with a long name and the command `name`."""
+    arguments = [name, "--max-diagnostics", "1"]
+    sizes = {"nothing": 0, "few": NAME_BYTES, "many": 4 * NAME_BYTES}
+    nothing, few, many = (instructions(command, f"lamp a{'a' * size}:\n  .k = 1;\n" + "  .k = 2.5;\n" * (size // 16),
+                                       folder, f"{name}_{key}", arguments) for key, size in sizes.items())
+    return (many - nothing) / max(few - nothing, 1)
+
+
 def main():
     asked = argparse.ArgumentParser()
     asked.add_argument("command", type=pathlib.Path)
@@ -82,7 +100,8 @@ def main():
         folder = pathlib.Path(name)
         nothing = instructions(command, "lamp a:\n", folder, "nothing")
         found = list(pool.map(lambda mistake: growth(command, folder, nothing, mistake, size), names))
-    for factor, mistake in zip(found, names):
+        found += pool.map(lambda name: growth_of_names(command, folder, name), COMMANDS)
+    for factor, mistake in zip(found, [*names, *(f"a long name, vsa {name}" for name in COMMANDS)]):
         print(f"{factor:6.2f}  {mistake}")
     failed = sum(factor > MAX_GROWTH for factor in found)
     print(f"{len(found)} texts, {failed} grow by more than {MAX_GROWTH}")

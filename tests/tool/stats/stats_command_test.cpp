@@ -215,6 +215,15 @@ TEST_F(StatsTest, ALongLogIsCut) {
   EXPECT_TRUE(run.err.ends_with("and 500 more messages (--max-diagnostics N prints more)\n"));
 }
 
+// Messages after the first one that does not fit into 1 MiB are only counted, also shorter ones.
+TEST_F(StatsTest, ALogThatIsTooLargeIsCut) {
+  write("a.vsa", "lamp a: .k = 1;\n.k = 2.5;\nlamp " + std::string(1 << 20, 'b') +
+                     ": .k = 1;\n.k = 2.5;\na.k = 2.5;\na.k = nobody;\n");
+  const auto run = vsa("stats --full a.vsa");
+  EXPECT_EQ(2, std::count(run.err.begin(), run.err.end(), '\n')) << run.err.size();
+  EXPECT_TRUE(run.err.ends_with("and 3 more messages (--max-diagnostics N prints more)\n"));
+}
+
 // The command prints only one message because of its option. But it also prints the error that
 // ended the reading.
 TEST_F(StatsTest, ALongLogHasTheErrorThatEndedTheReading) {

@@ -7,7 +7,15 @@ namespace vsa_tools {
 vsa::ReadOptions FileDiagnostics::options() {
   vsa::ReadOptions options = arguments_.options();
   options.onDiagnostic = [this](const vsa::Diagnostic& found) { add(found); };
+  options.wantsDiagnostic = [this](vsa::DiagnosticId) { return printsMore(); };
   return options;
+}
+
+// Returns whether a further diagnostic is printed. Counts it if not.
+bool FileDiagnostics::printsMore() {
+  if (printed_ < arguments_.maxDiagnostics()) return true;
+  ++notPrinted_;
+  return false;
 }
 
 // Prints or counts a diagnostic. The one that tells why the reading is not complete is printed even

@@ -29,6 +29,7 @@ class FileDiagnostics {
   void add(const FileOutcome& outcome);
 
  private:
+  bool printsMore();
   void add(const vsa::Diagnostic& diagnostic);
   void print(const std::optional<Position>& position, vsa::Severity severity,
              std::string_view text) const;

@@ -9,7 +9,15 @@ namespace vsa_tools {
 vsa::ReadOptions DumpLog::options() {
   vsa::ReadOptions options = arguments_.options();
   options.onDiagnostic = [this](const vsa::Diagnostic& found) { add(found); };
+  options.wantsDiagnostic = [this](vsa::DiagnosticId) { return hasRoom(); };
   return options;
+}
+
+// Returns whether a further diagnostic may fit. Counts it if not.
+bool DumpLog::hasRoom() {
+  if (!isFull_ && kept_ < arguments_.maxDiagnostics()) return true;
+  ++notKept_;
+  return false;
 }
 
 void DumpLog::add(const vsa::Diagnostic& diagnostic) {
@@ -19,8 +27,9 @@ void DumpLog::add(const vsa::Diagnostic& diagnostic) {
     fatal_ = std::move(line);
     return;
   }
-  const bool fits = kept_ < arguments_.maxDiagnostics() && line.size() <= MAX_BYTES &&
+  const bool fits = !isFull_ && kept_ < arguments_.maxDiagnostics() && line.size() <= MAX_BYTES &&
                     json_.text().size() <= MAX_BYTES - line.size();
+  isFull_ = !fits;
   if (fits || tellsEnd) {
     put(diagnostic.severity, line);
   } else {

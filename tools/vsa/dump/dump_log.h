@@ -18,8 +18,9 @@ namespace vsa_tools {
 /// which is known only after the whole log.
 class DumpLog {
  public:
-  /// The maximum size in bytes of json() is about this. A diagnostic that does not fit is only
-  /// counted, except for the one that tells why the reading is not complete.
+  /// The maximum size in bytes of json() is about this. The first diagnostic that does not
+  /// fit and those after it are only counted, except for the one that tells why the reading is not
+  /// complete.
   static constexpr std::uint64_t MAX_BYTES = std::uint64_t{64} << 20;
 
   /// `arguments` must outlive the object.
@@ -38,6 +39,7 @@ class DumpLog {
   std::uint64_t notKept() const { return notKept_; }
 
  private:
+  bool hasRoom();
   void add(const vsa::Diagnostic& diagnostic);
   void put(vsa::Severity severity, std::string_view line);
 
@@ -46,6 +48,7 @@ class DumpLog {
   std::optional<std::string> fatal_;  // the line of the diagnostic that ended the reading
   ReadingEnd end_;
   std::uint64_t kept_ = 0, notKept_ = 0;
+  bool isFull_ = false;  // whether a diagnostic did not fit
 };
 
 }  // namespace vsa_tools

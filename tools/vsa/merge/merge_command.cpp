@@ -135,8 +135,9 @@ int MergeCommand::read(std::size_t index) {
                          [&](const vsa::SyntaxToken& token) { definitions.add(token); });
   options.keptDiagnostics = 0;
   bool hasBrokenLinks = false;
-  options.onDiagnostic = [&](const vsa::Diagnostic& found) {
-    hasBrokenLinks = hasBrokenLinks || isBrokenLink(found.id);
+  options.wantsDiagnostic = [&](vsa::DiagnosticId id) {
+    hasBrokenLinks = hasBrokenLinks || isBrokenLink(id);
+    return false;
   };
   // The limit is tested here, because the reader receives a changed text. An unknown size is less
   // than any limit.

@@ -159,6 +159,7 @@ class FurtherReading {
     fatal_.reset();
     vsa::ReadOptions options = options_;
     options.keepHeader = !isWhole;
+    options.wantsDiagnostic = [isWhole](vsa::DiagnosticId) { return isWhole; };
     options.onDiagnostic = [&](const Diagnostic& found) {
       if (found.endedReading) fatal_ = shifted(found);
       if (!found.endedReading && isWhole) report(shifted(found));

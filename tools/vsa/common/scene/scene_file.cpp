@@ -60,7 +60,16 @@ class Reading {
       };
     }
     options.onDiagnostic = [this](const vsa::Diagnostic& found) { add(found); };
+    options.wantsDiagnostic = [this](vsa::DiagnosticId id) { return wants(id); };
     return options;
+  }
+
+  // Counts a diagnostic for whose message there is no room, and returns false.
+  bool wants(vsa::DiagnosticId id) {
+    if (!isFull_ && kept_ < arguments_.maxDiagnostics()) return true;
+    file_.brokenLinks += isBrokenLink(id);
+    ++dropped_;
+    return false;
   }
 
   // Adds or counts a message. The one that tells why the reading is not complete is added even
@@ -72,8 +81,9 @@ class Reading {
     const bool hasPosition = !found.kind.empty();
     const Position position{found.logLineNumber, found.logColumn};
     const std::string text = arguments_.lineOf(found);
-    const bool fits = kept_ < arguments_.maxDiagnostics() &&
+    const bool fits = !isFull_ && kept_ < arguments_.maxDiagnostics() &&
                       file_.messages.size() + text.size() <= KEPT_MESSAGE_BYTES;
+    isFull_ = !fits;
     if (!fits && !tellsEnd) {
       ++dropped_;
       return;
@@ -109,6 +119,7 @@ class Reading {
   const ReadingProgress& progress_;
   SceneFile file_;
   std::uint64_t kept_ = 0, dropped_ = 0;
+  bool isFull_ = false;  // whether a message did not fit
   ReadingEnd end_;
 };
 

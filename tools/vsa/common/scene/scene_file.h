@@ -19,9 +19,9 @@ struct SceneFile {
   vsa::ReadResult result;
   /// The lines for standard error, escaped: the diagnostics in the order of the log, then the
   /// reason why the reading ended if no diagnostic contains it, and the result of byteLoss(). The
-  /// arguments limit the number of diagnostics, and once the lines have about 1 MiB, further
-  /// diagnostics are omitted, but never the one that ended the reading. The last line then says how
-  /// many were omitted.
+  /// arguments limit the number of diagnostics, and after the first line with which they would
+  /// exceed 1 MiB, diagnostics are omitted, but never the one that ended the reading. The last line
+  /// then says how many were omitted.
   std::string messages;
   /// The number of links that were not made, see isBrokenLink().
   std::uint64_t brokenLinks = 0;
