@@ -142,7 +142,10 @@ class Formatter {
   void string(const char* value) {
     if (value == nullptr) value = "(null)";
     if (conversion_ == "%s") {
-      text_ += value;
+      // Room for the rest of the format, so that a long value is not moved when that is appended.
+      const std::string_view text(value);
+      text_.reserve(text_.size() + text.size() + std::strlen(at_));
+      text_ += text;
     } else {
       print(value);
     }

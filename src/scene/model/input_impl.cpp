@@ -64,9 +64,9 @@ NodeImpl& InputImpl::owner() const noexcept {
 }
 
 // Concatenates the name of the node and the steps from it to this input: `.name`, or `[index]` for
-// an element.
+// an element. Copies the name only once, because it may have any length.
 String InputImpl::path() const {
-  std::string text(owner().name().view());
+  std::string steps;
   ds::Vector<const InputImpl*> chain;
   for (const InputImpl* input = this; input != nullptr; input = input->parentInput()) {
     chain.push_back(input);
@@ -74,12 +74,12 @@ String InputImpl::path() const {
   for (std::uint64_t i = chain.size; i > 0; --i) {
     const InputImpl& input = *chain[i - 1];
     if (input.isElement_) {
-      (text += '[').append(std::to_string(input.index_)) += ']';
+      (steps += '[').append(std::to_string(input.index_)) += ']';
     } else {
-      (text += '.') += input.name_.view();
+      (steps += '.') += input.name_.view();
     }
   }
-  return String::copyOf(text);
+  return owner().name() + String::copyOf(steps);
 }
 
 // Returns the declaration of a node's input. Returns null for an element, a member, or an input of

@@ -1,9 +1,27 @@
 #include "tools/vsa/common/read_arguments.h"
 
+#include "tools/vsa/common/freed_memory.h"
 #include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/output/quoted_text.h"
 
 namespace vsa_tools {
+
+namespace {
+
+// From this size of a message in bytes, the C library allocates its texts as blocks that it returns
+// to the system.
+constexpr std::size_t LARGE_MESSAGE_BYTES = std::size_t{1} << 16;
+constexpr std::size_t LARGE_BLOCK_BYTES = std::size_t{1} << 25;
+
+// Keeps the memory of the texts of a diagnostic for the next one if they are long. With a name of
+// 1 MB, vsa convert took 29 s for 10,000 diagnostics when their pages were returned and cleared
+// each time, and takes 1.3 s.
+void keepMemoryOf(const vsa::Diagnostic& diagnostic) {
+  if (diagnostic.message.size() < LARGE_MESSAGE_BYTES) return;
+  [[maybe_unused]] static const bool IS_KEPT = (keepFreedMemory(LARGE_BLOCK_BYTES), true);
+}
+
+}  // namespace
 
 void ReadArguments::addTo(CommandOptions& options) {
   options
@@ -51,6 +69,7 @@ std::string ReadArguments::shortMessage(const vsa::Diagnostic& diagnostic) const
 }
 
 std::string ReadArguments::lineOf(const vsa::Diagnostic& diagnostic) const {
+  keepMemoryOf(diagnostic);
   if (isFull_) return diagnostic.logLine();
   vsa::Diagnostic shortened;
   shortened.id = diagnostic.id;
