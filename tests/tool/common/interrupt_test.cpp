@@ -33,7 +33,7 @@ TEST_F(InterruptTest, CheckPrintsWhatItFound) {
   const std::string said = content("stdout.txt");
   EXPECT_NE(said.find("<stdin>:2:6: warning: narrowing Real to Int @ a.k [narrowing]"), said.npos)
       << said;
-  EXPECT_NE(said.find("interrupted"), said.npos) << said;
+  EXPECT_NE(said.find("1 file checked: 0 errors, 1 warning; interrupted"), said.npos) << said;
 }
 
 // The types are incomplete when Ctrl-C ends their reading. That is no error in them.
@@ -132,6 +132,17 @@ TEST_F(InterruptTest, CommandsEndWhileTheyOpenAPipe) {
         << command;
     EXPECT_EQ(content("stderr.txt"), "vsa: pipe: interrupted\n") << command;
   }
+}
+
+// The file at which Ctrl-C ends the check, and those after it, are not counted as checked.
+TEST_F(InterruptTest, CheckCountsTheFilesThatItChecked) {
+  write("a.vsa", "lamp a;\n");
+  EXPECT_EQ(statusOf("mkfifo pipe; env --default-signal=INT " VSA_COMMAND
+                     " check a.vsa pipe a.vsa >stdout.txt 2>stderr.txt & "
+                     "vsa=$!; sleep 0.3; kill -INT $vsa; wait $vsa"),
+            130);
+  EXPECT_EQ(content("stdout.txt"), "1 file checked: interrupted\n");
+  EXPECT_EQ(content("stderr.txt"), "");
 }
 
 TEST_F(InterruptTest, DumpPrintsWhatItRead) {

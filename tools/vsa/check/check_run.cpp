@@ -149,6 +149,7 @@ void CheckRun::printProblems(const FileList& list) {
     printer_.print({{finding.level, format_->render(finding, {problem.name, none, {}})}});
     ++totals_.unreadable;
     ++totals_.files;
+    ++totals_.checkedFiles;
     ++totals_.filesWithFindings;
   }
 }
@@ -242,6 +243,7 @@ FixOutcome CheckRun::fix(const Item& item) {
 void CheckRun::add(const Item& item, const FileResult& result) {
   printer_.print(result.findings);
   if (result.isChecked && !result.hasFindings) printer_.printClean(item.shownName);
+  totals_.checkedFiles += result.isChecked || result.hasFindings ? 1 : 0;
   totals_.filesWithFindings += result.hasFindings ? 1 : 0;
   totals_.unreadable += result.isUnreadable ? 1 : 0;
   totals_.tooLarge += result.isTextTooLarge ? 1 : 0;
@@ -254,7 +256,7 @@ std::string CheckRun::summary() const {
   const std::uint64_t errors = printer_.count(Level::Error);
   const std::uint64_t warnings = printer_.count(Level::Warning);
   const std::uint64_t notes = printer_.count(Level::Note);
-  std::string line = counted(totals_.files, "file") + " checked: ";
+  std::string line = counted(totals_.checkedFiles, "file") + " checked: ";
   if (errors + warnings + notes == 0) {
     const bool isWhole = !totals_.isEndedEarly;
     line += isInterrupted() ? "interrupted" : isWhole ? "no problems found" : "nothing printed";

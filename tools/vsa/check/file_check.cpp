@@ -43,7 +43,8 @@ bool isNoText(std::string_view head) {
 void FileCheck::run() {
   try {
     if (!text_.isOpen()) {
-      consume(unreadable(text_.problem()));
+      // Without a problem, Ctrl-C ended the opening.
+      if (!text_.problem().empty()) consume(unreadable(text_.problem()));
     } else if (text_.isKept() && isNoText(text_.text().substr(0, HEAD_BYTES))) {
       // The file is not read, because all diagnostics would only follow from its wrong encoding or
       // its compression.

@@ -22,6 +22,9 @@ struct FindingPlace {
 
 struct Totals {
   std::uint64_t files = 0;
+  /// Files that were checked to their end or have findings, and problems of the arguments. There
+  /// are fewer than `files` if the check ended early or after Ctrl-C.
+  std::uint64_t checkedFiles = 0;
   std::uint64_t filesWithFindings = 0;
   std::uint64_t unreadable = 0;
   std::uint64_t tooLarge = 0;    ///< Files too large for the rules about texts.

@@ -22,6 +22,16 @@ namespace {
 constexpr std::size_t READ_BLOCK_BYTES = std::size_t{1} << 16;
 constexpr std::size_t MAX_READ_BLOCK_BYTES = std::size_t{1} << 22;
 
+// Opens a file. A signal may end the wait for the other end of a pipe: after Ctrl-C, the result is
+// -1 and errno is EINTR.
+int openFile(const char* name) {
+  int descriptor;
+  do {
+    descriptor = ::open(name, O_RDONLY | O_CLOEXEC);
+  } while (descriptor < 0 && errno == EINTR && !isInterrupted());
+  return descriptor;
+}
+
 template <class Read>
 ssize_t readAgainIfInterrupted(const Read& read) {
   ssize_t count;
@@ -57,10 +67,10 @@ class CheckedText::Stream final : public vsa::Source {
 };
 
 CheckedText::CheckedText(const std::string& name, std::uint64_t maxKept) : name_(name) {
-  descriptor_ = name == "-" ? ::dup(STDIN_FILENO) : ::open(name.c_str(), O_RDONLY | O_CLOEXEC);
+  descriptor_ = name == "-" ? ::dup(STDIN_FILENO) : openFile(name.c_str());
   struct stat status {};
   if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) {
-    problem_ = std::strerror(errno);
+    if (errno != EINTR) problem_ = std::strerror(errno);
     return;
   }
   isOpen_ = true;

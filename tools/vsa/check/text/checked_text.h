@@ -47,7 +47,8 @@ class CheckedText {
   /// failures of read() and lineAt(), and of readInto() for a regular file that is not kept. text()
   /// has the bytes that were kept before the failure.
   const std::string& problem() const { return problem_; }
-  /// Whether the file could be opened and its first byte could be read. An empty file is open.
+  /// Whether the file could be opened and its first byte could be read. An empty file is open. If
+  /// it is not open, problem() says why, unless Ctrl-C ended the opening.
   bool isOpen() const { return isOpen_; }
   /// Whether text() has all bytes that could be read. That is the whole file, unless problem() is
   /// set or Ctrl-C ended the reading.
