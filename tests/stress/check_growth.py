@@ -30,6 +30,10 @@ MISTAKES = {
     "declarations without semicolons": "lamp a\n",
     "strings without a second quote": '  .x = "abc;\n',
     "colons": ": ",
+    "colons in one line": ":",
+    "semicolons in one line": ";",
+    "blocks without a name": "={};",
+    "open braces before semicolons": "{;",
     "characters that begin no token": "%",
     "numbers": "1;\n",
     "braces": "{\n",
@@ -52,7 +56,7 @@ MISTAKES = {
 }
 COMMANDS = ["stats", "dump", "types", "convert", "merge"]
 NAME_BYTES = 16384
-SAMPLE = ["assignments without semicolons", "colons", "open braces", "conflict markers"]
+SAMPLE = ["assignments without semicolons", "colons", "blocks without a name", "open braces", "conflict markers"]
 
 
 CHECK = ["check", "-q", "--format", "line", "--max-diagnostics", "1000000"]

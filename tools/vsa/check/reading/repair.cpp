@@ -167,10 +167,12 @@ bool Repair::repairConflict(std::size_t offset) {
 bool Repair::repairBlock(const vsa::Diagnostic& fatal, std::size_t begin, std::size_t offset) {
   const std::size_t open = blockAt(fatal, offset);
   if (open >= text().size()) return false;
-  const std::string_view name = nameBefore(text(), offset);
+  // What is before the statement may be blanked statements of any length.
+  const std::string_view before = text().substr(begin, offset - begin);
+  const std::string_view name = nameBefore(before, before.size());
   const auto nameBegin = static_cast<std::size_t>(name.data() - text().data());
   if (name.empty()) return false;
-  const bool hasType = !nameBefore(text(), nameBegin).empty();
+  const bool hasType = !nameBefore(before, nameBegin - begin).empty();
   if (!hasType && nameBegin != begin) return false;
   blank(offset, open + 1);
   if (hasType) {

@@ -215,8 +215,10 @@ std::size_t resumePoint(Text text, const Statement& statement) {
     return looksLikeStatement(text, line) ||
            (isPair && isPairLine(text, text.find_first_not_of(" \t", line)));
   };
-  std::size_t line = endOfLine(text, statement.begin) + 1;
-  while (line < statement.end && !isBegin(line)) line = endOfLine(text, line) + 1;
+  // The lines end with the statement, because the text behind it may be one long line.
+  const Text lines = text.substr(0, statement.end);
+  std::size_t line = endOfLine(lines, statement.begin) + 1;
+  while (line < statement.end && !isBegin(line)) line = endOfLine(lines, line) + 1;
   return std::min(line, statement.end);
 }
 
