@@ -39,6 +39,7 @@ MISTAKES = {
     "braces": "{\n",
     "open parentheses": "a.x = (1;\n",
     "open braces": "a.x = float[3] {1 2\n",
+    "open indices": "a[\n",
     "object notation of another format": '"name": {\n',
     "elements of markup": '<a name="b"/>\n',
     "lines of a program": "import x from y\n",

@@ -300,7 +300,8 @@ std::string Repair::takeStatements(std::string_view original) {
 
 void Repair::keepPath(const Statement& region, std::string_view original) {
   constexpr std::string_view NULL_VALUE = "=null;";
-  const std::size_t equals = skipBlanks(original, endOfPath(original, region.begin));
+  const std::string_view searched = original.substr(0, region.end);
+  const std::size_t equals = skipBlanks(searched, endOfPath(searched, region.begin));
   const bool isAssignment = equals < region.end && original[equals] == '=';
   if (!isAssignment || region.end - equals < NULL_VALUE.size()) return;
   const std::string kept =
@@ -341,7 +342,8 @@ void Repair::addSuspects(const Statement& region) {
       isAfterName = true;
       at = end;
     } else {
-      isAfterName = isAfterName && (skipBlanks(all, at) > at || all[at] == ':');
+      const bool isBlank = skipBlanks(all.substr(0, at + 1), at) > at;
+      isAfterName = isAfterName && (isBlank || all[at] == ':');
       ++at;
     }
   }

@@ -117,7 +117,9 @@ std::size_t endOfString(Text text, std::size_t at) {
 std::size_t endOfPath(Text text, std::size_t at) {
   while (at < text.size()) {
     if (text[at] == '[') {
-      at = endOfList(text, at);
+      const Text searched = text.substr(0, at + MAX_LOOK_AHEAD);
+      at = endOfList(searched, at);
+      if (at == searched.size()) return text.size();
     } else if (text[at] == '.' || isNamePart(text[at])) {
       ++at;
     } else {

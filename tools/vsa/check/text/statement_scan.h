@@ -60,6 +60,8 @@ std::size_t endOfName(std::string_view text, std::size_t at);
 /// closed.
 std::size_t endOfString(std::string_view text, std::size_t at);
 /// Returns the offset after the path that begins at `at`: names, periods and indices.
+/// An index ends at its bracket or before a `;`. If it has no end in the next 4096 bytes, returns
+/// the size of the text.
 std::size_t endOfPath(std::string_view text, std::size_t at);
 /// Returns the name before `end`, or an empty text if there is none. There may be white space
 /// between the name and `end`. The result may begin with a digit.
