@@ -2,8 +2,8 @@
 // is deleted (except after HandleCount::makeImmortal). String and File are such handles.
 //
 // Several threads may share an object if each thread has its own handle. If the C library reports
-// that the process has a single thread, the counts change by a load and a store, because an atomic
-// addition takes longer.
+// that the process has a single thread, the counts change by a load and a store. An atomic addition
+// takes longer: with it, the benchmark links 1M takes 21 % more time, and nodes 1M 3 %.
 #pragma once
 
 #include <atomic>
