@@ -96,6 +96,13 @@ TEST(QuotedText, EachArgumentOfAMessageIsShortened) {
   for (const Row& row : rows) EXPECT_EQ(printedFrom(row), row.printed) << vsa::name(row.id);
 }
 
+TEST(QuotedText, AMessageAboutALimitIsWhole) {
+  const std::string message =
+      "the buffer byte[9] of " + std::string(200, 'n') + std::string(278, 'x');
+  EXPECT_EQ(printedFrom({DiagnosticId::OverLimit, {}, message, ""}), message);
+  EXPECT_NE(printedFrom({DiagnosticId::OverLimit, {}, message + 'x', ""}), message + 'x');
+}
+
 // An argument may contain words that are also in the format of its message, and characters that
 // look like a conversion of printf.
 TEST(QuotedText, AnArgumentWithTheWordsOfTheMessageIsShortened) {

@@ -23,6 +23,13 @@ std::size_t characterBegin(std::string_view text, std::size_t at) {
   return at;
 }
 
+// Shortens a message whose parts are not known. A message about a limit has up to 300 bytes and a
+// path of up to 200 bytes, and is not cut.
+std::string shortenedMessage(const std::string& message) {
+  constexpr std::size_t MAX_MESSAGE_BYTES = 500;
+  return message.size() <= MAX_MESSAGE_BYTES ? message : shortened(message);
+}
+
 // Returns the message for a format and its arguments, which are shortened. A conversion in the
 // format is "%", an optional "ll" and a letter.
 std::string formatted(std::string_view format, const std::vector<std::string>& arguments) {
@@ -50,7 +57,7 @@ std::string shortened(std::string_view text) {
 std::string withShortQuotes(const vsa::Diagnostic& diagnostic) {
   if (diagnostic.message.size() <= MAX_QUOTED_BYTES) return diagnostic.message;
   const auto index = static_cast<int>(diagnostic.id);
-  if (index >= zn::korvo_sdk::DIAGNOSTIC_COUNT) return shortened(diagnostic.message);
+  if (index >= zn::korvo_sdk::DIAGNOSTIC_COUNT) return shortenedMessage(diagnostic.message);
   const zn::korvo_sdk::DiagnosticRow& row = zn::korvo_sdk::DIAGNOSTIC_ROWS[index];
   const auto count = static_cast<std::size_t>(zn::korvo_sdk::argumentCount(row.arguments));
   if (diagnostic.arguments.size() != count) return shortened(diagnostic.message);

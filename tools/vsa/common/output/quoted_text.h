@@ -19,8 +19,9 @@ inline constexpr std::size_t MAX_QUOTED_BYTES = 200;
 std::string shortened(std::string_view text);
 
 /// Returns the message of a diagnostic. If it is longer than MAX_QUOTED_BYTES, each of its
-/// arguments is shortened. If the diagnostic is not in the table of diagnostics, or does not have
-/// the arguments of its row, the message is shortened as a whole.
+/// arguments is shortened. If the diagnostic does not have the arguments of its row in the table of
+/// diagnostics, the message is shortened as a whole. If it is not in that table, the message is
+/// shortened as a whole if it is longer than 500 bytes.
 std::string withShortQuotes(const vsa::Diagnostic& diagnostic);
 
 }  // namespace vsa_tools
