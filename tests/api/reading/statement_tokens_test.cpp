@@ -34,6 +34,12 @@ TEST(StatementTokensTest, LexesOnlyTheBeginningForATokenThatBeginsNoStatement) {
   EXPECT_EQ(tokensOf(": ;", StatementTokens::Extent::Beginning), 2U);
 }
 
+TEST(StatementTokensTest, LexesNoStatementOfMoreThan65536Tokens) {
+  EXPECT_EQ(tokensOf(colons(65535), StatementTokens::Extent::Statement), 65536U);
+  EXPECT_EQ(tokensOf(colons(65536), StatementTokens::Extent::Statement), 0U);
+  EXPECT_EQ(tokensOf(colons(65536), StatementTokens::Extent::Beginning), 4U);
+}
+
 // A file would have to be read into memory for a longer statement.
 TEST(StatementTokensTest, LexesNoStatementOfMoreThan64Mebibytes) {
   const std::string text = std::string(std::size_t{64} << 20, ' ') + ": ;";

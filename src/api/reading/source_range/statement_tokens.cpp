@@ -46,7 +46,8 @@ StatementTokens::StatementTokens(TextStore& store, const TextIndex& index, std::
 }
 
 // Lexes `bytes`. Returns false if the statement may continue after `bytes`. `isWhole` is true if
-// `bytes` includes the end of the text.
+// `bytes` includes the end of the text. If the statement has more than MAX_TOKENS, there are no
+// tokens.
 bool StatementTokens::lex(std::string_view bytes, bool isWhole) {
   items_.clear();
   NoObserver observer;
@@ -63,6 +64,10 @@ bool StatementTokens::lex(std::string_view bytes, bool isWhole) {
     items_.push_back(
         {token.type, start_ + begin, start_ + at, line, lastLine, std::move(token.text), isCutOff});
     line = lastLine;
+    if (items_.size() > MAX_TOKENS) {
+      items_ = {};
+      return true;
+    }
   }
   return true;
 }

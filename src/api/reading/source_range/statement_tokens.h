@@ -44,7 +44,7 @@ class StatementTokens {
   /// `noticed` is after `start`, or `extent` is Beginning, lexing stops at the latest after three
   /// tokens that begin at or after `noticed`, or after four if the first token of the statement is
   /// one of them. If the bytes are not available any more, or if lexing would need more than
-  /// MAX_BYTES, there are no tokens.
+  /// MAX_BYTES or MAX_TOKENS, there are no tokens.
   StatementTokens(TextStore& store, const TextIndex& index, std::uint64_t start,
                   std::uint64_t noticed, Extent extent = Extent::Statement);
 
@@ -68,6 +68,9 @@ class StatementTokens {
   // bytes of the statement would have to be read into memory.
   static constexpr std::size_t FIRST_BYTES = 16384;
   static constexpr std::size_t MAX_BYTES = std::size_t{1} << 26;
+  // A token takes 56 bytes, so the tokens of a path of 4 MB would take more memory than the rest of
+  // the reading. A list is one token, and the paths of real texts have few.
+  static constexpr std::size_t MAX_TOKENS = 65536;
 
   bool lex(std::string_view bytes, bool isWhole);
   bool isComplete() const noexcept;
