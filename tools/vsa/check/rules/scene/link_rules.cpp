@@ -59,7 +59,8 @@ class LinkGraph {
     return number;
   }
 
-  KeyMap<std::size_t> numbers_{64};
+  // Small at first, because there is a graph for each name of an input.
+  KeyMap<std::size_t> numbers_{4};
   std::vector<std::vector<Edge>> edges_;
 };
 
