@@ -145,6 +145,19 @@ TEST_F(InterruptTest, CheckCountsTheFilesThatItChecked) {
   EXPECT_EQ(content("stderr.txt"), "");
 }
 
+// One of several workers waits for the pipe, and another thread receives the signal.
+TEST_F(InterruptTest, WorkersStopWaitingForAPipe) {
+  write("a.vsa", "lamp a;\n");
+  ASSERT_EQ(statusOf("mkfifo pipe"), 0);
+  for (const char* command : {"check", "stats", "fmt --check"}) {
+    EXPECT_EQ(statusOf(std::string("env --default-signal=INT " VSA_COMMAND " ") + command +
+                       " -j 3 a.vsa pipe a.vsa >stdout.txt 2>stderr.txt & vsa=$!; sleep 0.3; "
+                       "kill -INT $vsa; { sleep 10; kill -KILL $vsa; } 2>/dev/null & wait $vsa"),
+              130)
+        << command;
+  }
+}
+
 TEST_F(InterruptTest, DumpPrintsWhatItRead) {
   write("a.vsa", "lamp a: .k = 1;\n.l = 1;\n.m = 1;\n");
   EXPECT_EQ(statusOf(interrupted("dump -", "test $i -gt 10")), 130);

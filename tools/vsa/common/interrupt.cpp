@@ -1,7 +1,10 @@
 #include "tools/vsa/common/interrupt.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
@@ -46,6 +49,24 @@ bool waitForInput(int descriptor) noexcept {
     if (ready > 0 || (ready < 0 && errno != EINTR)) return true;
   }
   return false;
+}
+
+// Without O_NONBLOCK, open() would wait for a process that writes to the pipe. Ctrl-C would not end
+// this wait if another thread received the signal.
+int openForReading(const char* name) noexcept {
+  int descriptor;
+  do {
+    descriptor = ::open(name, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  } while (descriptor < 0 && errno == EINTR && !isInterrupted());
+  struct stat status {};
+  if (descriptor < 0 || ::fstat(descriptor, &status) != 0) return descriptor;
+  if (S_ISFIFO(status.st_mode) && !waitForInput(descriptor)) {
+    ::close(descriptor);
+    errno = EINTR;
+    return -1;
+  }
+  ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
+  return descriptor;
 }
 
 }  // namespace vsa_tools

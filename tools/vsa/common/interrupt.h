@@ -24,4 +24,8 @@ bool isInterrupted() noexcept;
 /// read then reports the error.
 bool waitForInput(int descriptor) noexcept;
 
+/// Opens a file for reading. Returns its descriptor, or -1 with the error in `errno`. Waits for the
+/// first bytes of a named pipe. If isInterrupted() becomes true before that, the error is EINTR.
+int openForReading(const char* name) noexcept;
+
 }  // namespace vsa_tools

@@ -30,7 +30,8 @@ bool TextFile::fail() {
 bool TextFile::open(const std::string& name, std::uint64_t maxBytes) {
   name_.clear();
   if (name == "-") return copy(STDIN_FILENO, maxBytes) && readMark();
-  file_.reset(std::fopen(name.c_str(), "re"));
+  const int opened = openForReading(name.c_str());
+  file_.reset(opened < 0 ? nullptr : ::fdopen(opened, "r"));
   if (file_ == nullptr || ::fstat(descriptor(), &status_) != 0) return fail();
   const bool isBoundedDevice = S_ISCHR(status_.st_mode) && maxBytes != vsa::UNLIMITED;
   if (S_ISFIFO(status_.st_mode) || isBoundedDevice) {

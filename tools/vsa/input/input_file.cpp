@@ -1,6 +1,5 @@
 #include "tools/vsa/input/input_file.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -63,7 +62,7 @@ class DescriptorSource final : public InspectedSource {
 InputFile openInput(const std::string& name) {
   InputFile input;
   const bool isNamed = name != "-";
-  const int descriptor = isNamed ? ::open(name.c_str(), O_RDONLY | O_CLOEXEC) : STDIN_FILENO;
+  const int descriptor = isNamed ? openForReading(name.c_str()) : STDIN_FILENO;
   if (descriptor < 0) {
     input.problem = isInterrupted() ? "interrupted" : std::strerror(errno);
     return input;

@@ -1,6 +1,5 @@
 #include "tools/vsa/check/text/checked_text.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utf8.h>
@@ -21,16 +20,6 @@ namespace {
 // blocks of other files. Between two blocks, reading ends if Ctrl-C was pressed.
 constexpr std::size_t READ_BLOCK_BYTES = std::size_t{1} << 16;
 constexpr std::size_t MAX_READ_BLOCK_BYTES = std::size_t{1} << 22;
-
-// Opens a file. A signal may end the wait for the other end of a pipe: after Ctrl-C, the result is
-// -1 and errno is EINTR.
-int openFile(const char* name) {
-  int descriptor;
-  do {
-    descriptor = ::open(name, O_RDONLY | O_CLOEXEC);
-  } while (descriptor < 0 && errno == EINTR && !isInterrupted());
-  return descriptor;
-}
 
 template <class Read>
 ssize_t readAgainIfInterrupted(const Read& read) {
@@ -67,7 +56,7 @@ class CheckedText::Stream final : public vsa::Source {
 };
 
 CheckedText::CheckedText(const std::string& name, std::uint64_t maxKept) : name_(name) {
-  descriptor_ = name == "-" ? ::dup(STDIN_FILENO) : openFile(name.c_str());
+  descriptor_ = name == "-" ? ::dup(STDIN_FILENO) : openForReading(name.c_str());
   struct stat status {};
   if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) {
     if (errno != EINTR) problem_ = std::strerror(errno);
