@@ -60,6 +60,7 @@ int openForReading(const char* name) noexcept {
   } while (descriptor < 0 && errno == EINTR && !isInterrupted());
   struct stat status {};
   if (descriptor < 0 || ::fstat(descriptor, &status) != 0) return descriptor;
+  if (S_ISREG(status.st_mode)) return descriptor;  // O_NONBLOCK has no effect
   if (S_ISFIFO(status.st_mode) && !waitForInput(descriptor)) {
     ::close(descriptor);
     errno = EINTR;
