@@ -52,6 +52,8 @@ const RuleRow RULE_ROWS[] = {
     {"not-finite", "a b: .o.x = «-inf»;", "a b: .o.x = -1.0;"},
     {"not-finite", "a b: .y = 2.0; .x[*] = «vec2f[1] {1 inf}»;", "a b: .x = float[2] {1 3e38};"},
     {"not-finite", "a b: .x = «vec2d[1] {1 -inf}»;", "a b: .x = vec2d[1] {1 1e308};"},
+    {"short-compressed-data", "a b: .x = byte«[67108864]» {.78da4b4c4a0600024d0127};",
+     "a b: .x = byte[67108865] {.78da4b4c4a0600024d0127};"},
     {"short-compressed-data", "a b: .x = byte«[4]» {.78da4b4c4a0600024d0127};",
      "a b: .x = byte[3] {.78da4b4c4a0600024d0127};"},
     {"compressed-data-as-number", "a b: .x = float[1] «{.7871234567890123456789}»;",

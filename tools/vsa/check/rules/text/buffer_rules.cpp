@@ -20,6 +20,11 @@ using vsa::ElementType;
 // sizes, and the minimum size of the buffer in bytes. Both must be exceeded.
 constexpr std::uint64_t FAR_LARGER = 1024;
 constexpr std::uint64_t MIN_DECLARED_BYTES = 1 << 20;
+
+// The maximum size of a buffer whose compressed data is expanded. The reader has expanded it, too,
+// and the memory of a check is limited.
+constexpr std::uint64_t MAX_EXPANDED_BYTES = 1 << 26;
+
 std::optional<std::uint64_t> countIn(std::string_view brackets) {
   std::uint64_t count = 0;
   const std::size_t digits = brackets.find_first_of("0123456789");
@@ -68,9 +73,8 @@ class BufferRules final : public StatementRule {
   void checkCompressed(const BufferLiteral& literal, std::size_t content) {
     const std::uint64_t elementBytes = zn::korvo_sdk::elementBytes(literal.type);
     const std::uint64_t wanted = literal.count * elementBytes;
-    if (!found_.isEnabled(RuleId::ShortCompressedData) || wanted / elementBytes != literal.count) {
-      return;
-    }
+    const bool isLarge = literal.count > MAX_EXPANDED_BYTES / elementBytes;
+    if (!found_.isEnabled(RuleId::ShortCompressedData) || isLarge) return;
     const std::string_view text = literal.list;
     zn::String error;
     const auto [bytes, size] =
