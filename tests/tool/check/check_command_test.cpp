@@ -131,8 +131,7 @@ TEST_F(CheckCommandTest, AFileThatNeedsTooMuchMemoryIsNamedAndTheOthersAreChecke
   for (int i = 0; i < 200000; ++i) links += "a.i" + std::to_string(i) + "=a;";
   write("links.vsa", links);
   write("warning.vsa", WARNING);
-  const std::string limited =
-      "ulimit -v 80000 && " VSA_COMMAND " check --ignore reference-circle ";
+  const std::string limited = "ulimit -v 80000 && " VSA_COMMAND " check --ignore reference-circle ";
   for (const std::string workers : {"-j 1", "-j 2"}) {
     EXPECT_EQ(2, statusOf(limited + workers + " links.vsa warning.vsa >stdout.txt 2>stderr.txt"));
     const std::string out = content("stdout.txt");
