@@ -150,9 +150,10 @@ TEST_F(InterruptTest, WorkersStopWaitingForAPipe) {
   write("a.vsa", "lamp a;\n");
   ASSERT_EQ(statusOf("mkfifo pipe"), 0);
   for (const char* command : {"check", "stats", "fmt --check"}) {
-    EXPECT_EQ(statusOf(std::string("env --default-signal=INT " VSA_COMMAND " ") + command +
-                       " -j 3 a.vsa pipe a.vsa >stdout.txt 2>stderr.txt & vsa=$!; sleep 0.3; "
-                       "kill -INT $vsa; { sleep 10; kill -KILL $vsa; } 2>/dev/null & wait $vsa"),
+    EXPECT_EQ(statusOf(std::string("timeout -s KILL 20 env --default-signal=INT " VSA_COMMAND " ") +
+                       command +
+                       " -j 3 a.vsa pipe a.vsa >stdout.txt 2>stderr.txt & "
+                       "sleep 0.3; kill -INT $!; wait $!"),
               130)
         << command;
   }
