@@ -145,16 +145,19 @@ TEST_F(InterruptTest, CheckCountsTheFilesThatItChecked) {
   EXPECT_EQ(content("stderr.txt"), "");
 }
 
-// One of several workers waits for the pipe, and another thread receives the signal.
+// One of several workers waits for the pipe, and another thread receives the signal. Without
+// --foreground, timeout would send the signal twice, and the second one ends any process.
 TEST_F(InterruptTest, WorkersStopWaitingForAPipe) {
   write("a.vsa", "lamp a;\n");
   ASSERT_EQ(statusOf("mkfifo pipe"), 0);
   for (const char* command : {"check", "stats", "fmt --check"}) {
-    EXPECT_EQ(statusOf(std::string("timeout -s KILL 20 env --default-signal=INT " VSA_COMMAND " ") +
-                       command +
-                       " -j 3 a.vsa pipe a.vsa >stdout.txt 2>stderr.txt & "
-                       "sleep 0.3; kill -INT $!; wait $!"),
-              130)
+    EXPECT_EQ(
+        statusOf(std::string("timeout --foreground -s KILL 20 env --default-signal=INT " VSA_COMMAND
+                             " ") +
+                 command +
+                 " -j 3 a.vsa pipe a.vsa >stdout.txt 2>stderr.txt & "
+                 "sleep 0.3; kill -INT $!; wait $!"),
+        130)
         << command;
   }
 }
