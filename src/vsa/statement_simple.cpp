@@ -42,7 +42,7 @@ bool VsaParser::begin(const SimpleStatement& statement) const {
 // Converts the value of the statement, if it has a value. Returns false if the value does not
 // convert. The parser then reads the statement from tokens and reports the value.
 bool VsaParser::convertValue(const SimpleStatement& statement) {
-  assignment_.data = AttrData();
+  assignment_.clearValue();
   return statement.kind != Kind::Value || convert(statement, assignment_.data);
 }
 

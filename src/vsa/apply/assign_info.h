@@ -41,6 +41,8 @@ struct AssignInfo {
 
   /// Resets every member. The paths keep their capacity.
   void clear() noexcept;
+  /// Resets `data` to the type Null and a payload of zeros.
+  void clearValue() noexcept;
 
   /// Whether the elements of the buffer are written as compressed text. Only buffers with
   /// components of one byte may be compressed. For all other buffers, "." begins a number.
