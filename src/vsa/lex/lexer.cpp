@@ -128,25 +128,10 @@ Token Lexer::invalid(DiagnosticId id, const String& list) const {
               diagnostic_detail::formatMessage(rowOf(id).format, lookaheadChar),
               line,
               column,
-              offset(),
+              progress.offsetOf(index),
               list,
               {String(lookaheadChar)}};
   return {Type::Invalid, problem_.logLine(), line, column};
-}
-
-// Returns the number of consumed characters, or UNKNOWN_OFFSET. `index` has 32 bits and wraps
-// around. countIndexWraps counts the wraps, once per block.
-std::int64_t Lexer::offset() const noexcept {
-  const auto now = static_cast<std::uint32_t>(index);
-  if (isOffsetUnknown_) return Diagnostic::UNKNOWN_OFFSET;
-  return static_cast<std::int64_t>(indexWraps_ + (now < indexAtBlock_ ? 1 : 0)) << 32 | now;
-}
-
-void Lexer::countIndexWraps() noexcept {
-  const auto now = static_cast<std::uint32_t>(index);
-  if (now < indexAtBlock_) ++indexWraps_;
-  tokensInBlock_ = 0;
-  indexAtBlock_ = now;
 }
 
 Token Lexer::unexpectedEof(const String& what) const {

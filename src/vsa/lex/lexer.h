@@ -15,6 +15,7 @@
 #include <vsa/foundation/string.h>
 #include <vsa/foundation/vector.h>
 #include "vsa/lex/byte_scan.h"
+#include "vsa/lex/source_progress.h"
 #include "vsa/lex/token.h"
 #include "vsa/lex/token_text_pool.h"
 
@@ -91,7 +92,7 @@ class Lexer {
   const Diagnostic& problem() const noexcept { return problem_; }
 
   /// Returns true if a byte 0xFF ended the input before the end of the source.
-  bool endsAtMark() const noexcept { return lookaheadChar == END_OF_INPUT && !sourceEnded_; }
+  bool endsAtMark() const noexcept { return lookaheadChar == END_OF_INPUT && !progress.hasEnded(); }
 
   // The sources and the StatementScanner read and change the window.
 
@@ -99,8 +100,8 @@ class Lexer {
   /// lookahead. The window is empty if both pointers are equal.
   const char* windowBegin = nullptr;
   const char* windowEnd = nullptr;
-  /// The bytes from `windowStart` to `windowBegin` have been consumed and are still in memory.
-  const char* windowStart = nullptr;
+  /// The blocks and the end of the source. The sources call `beginBlock`, `forgetOffset` and `end`.
+  SourceProgress progress;
 
   /// The last byte of the window, or `windowBegin` if the window is empty. To consume a byte, the
   /// lexer needs the byte after it as the new `lookaheadChar`. So the last byte of the window
@@ -111,11 +112,6 @@ class Lexer {
   /// Consumes the first `count` bytes of the window. `count` must be at least 1, and the window
   /// must contain more than `count` bytes.
   void consumeBytes(std::size_t count) noexcept;
-  /// Whether the last `count` tokens end in the current block of the source, and their offsets are
-  /// known. A String is one block.
-  bool hasInBlock(std::uint32_t count) const noexcept {
-    return tokensInBlock_ >= count && !isOffsetUnknown_;
-  }
   /// The pool that creates the texts of the tokens.
   TokenTextPool& texts() noexcept { return texts_; }
 
@@ -127,16 +123,6 @@ class Lexer {
   /// Advances the position by the lookahead and makes `next` the new lookahead. Every
   /// implementation of `consume` must call this function.
   char step(char next) noexcept;
-  /// Counts how often `index` has wrapped around, so that offsets have 64 bits. A derived class
-  /// that reads in blocks calls this function before it reads a block. A block must contain fewer
-  /// than 2^32 bytes.
-  void countIndexWraps() noexcept;
-  /// Makes all offsets unknown. A derived class that does not read in blocks calls this function if
-  /// `index` may wrap around.
-  void forgetOffset() noexcept { isOffsetUnknown_ = true; }
-  /// Marks the end of the source. Derived classes call this function when the source has no more
-  /// characters.
-  void endSource() noexcept { sourceEnded_ = true; }
 
  private:
   struct ListKind;
@@ -162,16 +148,6 @@ class Lexer {
 
   ds::Vector<char> chars_;  // the collected characters of the current token
   TokenTextPool texts_;
-  std::int64_t offset() const noexcept;
-
-  bool sourceEnded_ = false;
-  bool isOffsetUnknown_ = false;
-  // The value of `index` when the current block was read.
-  std::uint32_t indexAtBlock_ = 0;
-  // The number of tokens read since the current block was read.
-  std::uint32_t tokensInBlock_ = 0;
-  // The number of wraps of `index` before the current block.
-  std::uint32_t indexWraps_ = 0;
   // See problem(). Mutable, because const functions set it.
   mutable Diagnostic problem_;
 };

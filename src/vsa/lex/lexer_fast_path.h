@@ -114,7 +114,7 @@ inline bool Lexer::readLongBuffered(Token::Type type, const char* at, LineFeeds 
 inline void Lexer::nextToken(Token& out) {
   if (!readBuffered(out)) out = readByCharacters();
   out.endIndex = static_cast<std::uint32_t>(index);
-  ++tokensInBlock_;
+  progress.countToken();
 }
 
 }  // namespace zn::korvo_sdk::impl

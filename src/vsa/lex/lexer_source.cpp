@@ -11,15 +11,15 @@ using zn::detail::OpenFile;
 // lookahead is NUL. The lexer skips NUL like a blank.
 StringLexer::StringLexer(const String& text) : source(text) {
   lookaheadChar = source[0];
-  windowBegin = windowStart = source.buf();
+  windowBegin = source.buf();
   windowEnd = source.buf() + source.len();
-  if (source.len() > std::numeric_limits<std::uint32_t>::max()) forgetOffset();
+  if (source.len() > std::numeric_limits<std::uint32_t>::max()) progress.forgetOffset();
 }
 
 char StringLexer::consume() {
   if (windowBegin < windowEnd) ++windowBegin;
   if (windowBegin < windowEnd) return step(*windowBegin);
-  endSource();
+  progress.end();
   return step(END_OF_INPUT);
 }
 
@@ -41,15 +41,14 @@ char FileLexer::consume() {
 // Reads the next byte of the file and makes it the first byte of the window. If the source throws,
 // the window is empty.
 char FileLexer::fetch() {
-  countIndexWraps();
+  progress.beginBlock(index);
   block_.reset();
   if (OpenFile* const shared = OpenFile::of(file)) {
     shared->attach(cursor_);
     block_ = shared->block();
   }
-  windowStart = windowBegin;
   if (windowBegin < windowEnd) return *windowBegin;
-  endSource();
+  progress.end();
   return END_OF_INPUT;
 }
 

@@ -37,12 +37,11 @@ SimpleStatement::SimpleStatement()
 
 StatementScanner::StatementScanner(Lexer& lexer, const Token& consumed) noexcept : lexer_(lexer) {
   if (lexer.windowBegin == lexer.windowLast()) return;
-  // Requires that four tokens end in this block: `consumed` and the three tokens after it. So fewer
-  // than 2^32 bytes are between them, and the difference below is right even if `index` wrapped
-  // around.
-  if (!lexer.hasInBlock(4)) return;
+  // Requires that four tokens end in this block: `consumed` and the three tokens after it. So the
+  // bytes between them are in memory. They are fewer than 2^32, and the difference below is right
+  // even if `index` wrapped around.
+  if (!lexer.progress.hasInBlock(4)) return;
   const std::uint32_t ahead = static_cast<std::uint32_t>(lexer.index) - consumed.endIndex;
-  if (static_cast<std::size_t>(lexer.windowBegin - lexer.windowStart) < ahead) return;
   first_ = end_ = lexer.windowBegin - ahead;
   firstIndex_ = static_cast<std::int32_t>(consumed.endIndex);
   endLine_ = consumed.line;

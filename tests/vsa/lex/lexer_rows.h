@@ -40,7 +40,7 @@ class SingleLexer final : public Lexer {
  private:
   char next() {
     if (at_ < bytes_.size()) return bytes_[at_++];
-    endSource();
+    progress.end();
     return END_OF_INPUT;
   }
 

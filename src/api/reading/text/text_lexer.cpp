@@ -4,7 +4,6 @@ namespace vsa {
 
 TextLexer::TextLexer(std::string_view text, BlockObserver& observer)
     : rest_(text), observer_(observer) {
-  windowStart = text.data();  // set once: the blocks of a text are adjacent
   if (nextBlock()) {
     lookaheadChar = *windowBegin;
   } else {
@@ -19,10 +18,10 @@ char TextLexer::consume() {
 }
 
 bool TextLexer::nextBlock() {
-  countIndexWraps();
+  progress.beginBlock(index);
   if (rest_.empty()) {
     windowBegin = windowEnd;
-    endSource();
+    progress.end();
     return false;
   }
   const std::string_view block = rest_.substr(0, BLOCK_BYTES);
