@@ -35,12 +35,15 @@ constexpr SceneRow SCENES[] = {
     {"nodes", "10k", nodes, 10'000},
     {"nodes", "100k", nodes, 100'000, true},
     {"nodes", "1M", nodes, 1'000'000},
+    {"mixed", "100k", mixed, 100'000},
+    {"indexed", "100k", indexed, 100'000},
     {"links", "1k", links, 1'000},
     {"links", "10k", links, 10'000},
     {"links", "100k", links, 100'000},
     {"links", "1M", links, 1'000'000},
     {"text", "1MB", text, 1'000'000},
     {"text", "20MB", text, 20'000'000, true},
+    {"short", "20MB", shortText, 20'000'000},
     {"compressed", "20MB", compressed, 20'000'000, true},
 };
 
