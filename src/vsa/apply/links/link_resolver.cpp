@@ -4,7 +4,6 @@
 #include <vsa/scene/name_update.h>
 #include "diagnostics/emitter.h"
 #include "diagnostics/reading_sinks.h"
-#include "foundation/base/prefetch.h"
 #include "scene/library_scene.h"
 
 namespace zn::korvo_sdk::impl {
@@ -45,11 +44,11 @@ void LinkResolver::resolveReferences(const PendingTable& references) {
   });
 }
 
-// Uses software pipelining to hide cache misses. The table order differs from the order of inputs
-// and nodes in memory, so most accesses miss the caches if the scene is large. Each link passes
+// Uses software pipelining to hide cache misses. The table order differs from the order of nodes in
+// memory, so most accesses miss the caches if the scene is large. Each link passes
 // through three stages, and other links are processed between its stages. The first links skip the
 // second stage.
-// 1. Convert the source to a String, and prefetch the input and the hash table slot of the node.
+// 1. Convert the source to a String, and prefetch the hash table slot of the node.
 // 2. Prefetch the node.
 // 3. Resolve the link.
 // In a host's scene, and for fewer than NAMES links, the slot and the node are not prefetched.
@@ -64,7 +63,6 @@ void LinkResolver::resolveAll(const PendingTable& table, const Resolve& resolve)
     const std::uint64_t hash = String::hashOf(source);
     names_[i % NAMES].assign(source, hash);
     if (nodes != nullptr) nodes->prefetchSlot(hash);
-    zn::detail::prefetch(entries[i]->key);
   };
   for (std::uint64_t i = 0; i < NAMES - 1; ++i) read(i);
   for (std::uint64_t i = 0; i < entries.size; ++i) {
