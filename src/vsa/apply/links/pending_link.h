@@ -2,7 +2,8 @@
 //
 // All links are kept until the last statement has been parsed, and a text may contain millions of
 // links. A PendingLink takes 24 bytes, and the source texts are adjacent in an arena. An AssignInfo
-// would take 352 bytes, plus 96 bytes for a path of three tokens.
+// would take 352 bytes, plus 96 bytes for a path of three tokens. With Strings as sources, the
+// benchmark links 1M would take 7 % more time.
 #pragma once
 
 #include <cstddef>
