@@ -164,6 +164,8 @@ class VsaParser {
   void setLink(const SimpleStatement& statement, IInput& input);
   void setValue(const SimpleStatement& statement, IInput& input);
   bool convert(const SimpleStatement& statement, AttrData& data);
+  bool convert(Token::Type type, std::string_view text, bool hasBackslash, bool hasWindow,
+               AttrData& data);
 
   void recordComment(const String& comment);
   void declareNode(const String& type, const String& name, bool isWith);
@@ -171,8 +173,7 @@ class VsaParser {
   IInput* addInLibrary(INode& node, const String& name, std::span<const Token> path);
   [[noreturn]] void inputNotFound(INode& node, std::span<const Token> path) const;
 
-  bool isDirective(std::string_view keyword, Token::Type end) const;
-  void directive(Token& name);
+  bool directive(std::string_view keyword, Token::Type end, Token& name);
   void appendNext(ds::Vector<Token>& tokensOfPath);
   bool tuple(AssignInfo& info);
   INode* targetNode(std::span<const Token> path);

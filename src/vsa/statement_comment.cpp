@@ -28,9 +28,8 @@ void setTime(interfaces::IScene& scene, const String& comment) {
 
 // comment: "#" and the rest of the line. Example: `# version: 3`
 bool VsaParser::parseComment() {
-  if (!nextIs(Token::Type::Comment)) return false;
   Token comment;
-  advanceInto(comment);
+  if (!match(comment, Token::Type::Comment)) return false;
   recordComment(comment.text);
   return true;
 }

@@ -20,24 +20,21 @@ interfaces::INode* lastOfType(const ds::Vector<interfaces::INode*>& nodes, const
 
 }  // namespace
 
-// Whether the next three tokens are `keyword`, a name and a token of type `end`.
-bool VsaParser::isDirective(std::string_view keyword, Type end) const {
-  return peek(0).type == Type::Id && peek(1).type == Type::Id && peek(2).type == end &&
-         isWord(peek(0).text.view(), keyword);
-}
-
-// Consumes a directive and stores the name after the keyword in `name`.
-void VsaParser::directive(Token& name) {
+// Consumes the next three tokens if they are `keyword`, a name and a token of type `end`. Stores
+// the name in `name`. Otherwise returns false.
+bool VsaParser::directive(std::string_view keyword, Type end, Token& name) {
+  const bool isDirective = peek(0).type == Type::Id && peek(1).type == Type::Id &&
+                           peek(2).type == end && isWord(peek(0).text.view(), keyword);
+  if (!isDirective) return false;
   advance();
   match(name, Type::Id);
   advance();
+  return true;
 }
 
 // "remove" name ";"
 bool VsaParser::remove(RemoveInfo& info) {
-  if (!isDirective("remove", Type::Semicolon)) return false;
-  directive(info.name);
-  return true;
+  return directive("remove", Type::Semicolon, info.name);
 }
 
 // Removes a node. Does not change the "with" node, even if it is the removed node.
@@ -50,9 +47,7 @@ bool VsaParser::parseRemove() {
 
 // "define" name ";"
 bool VsaParser::define(DefineInfo& info) {
-  if (!isDirective("define", Type::Semicolon)) return false;
-  directive(info.name);
-  return true;
+  return directive("define", Type::Semicolon, info.name);
 }
 
 bool VsaParser::parseDefine() {
@@ -109,9 +104,7 @@ void VsaParser::declareNode(const String& type, const String& name, bool isWith)
 
 // "with" name ":"
 bool VsaParser::with(WithInfo& info) {
-  if (!isDirective("with", Type::Colon)) return false;
-  directive(info.name);
-  return true;
+  return directive("with", Type::Colon, info.name);
 }
 
 // Sets the "with" node. When the statement loop calls this function, it never finds a directive: a

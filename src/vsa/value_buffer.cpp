@@ -84,11 +84,11 @@ void allocateElements(AssignInfo& info, const Emitter& messages) {
   if (buffer.memory == nullptr) cannotAllocate(info, messages);
 }
 
-// Polls the host during decompression (see ReadSession::continueValue).
+// Polls the host during decompression (see ReadSession::poll).
 class SessionObserver final : public RunObserver {
  public:
   explicit SessionObserver(ReadSession& session) : session_(session) {}
-  void beforeRun() override { session_.continueValue(); }
+  void beforeRun() override { session_.poll(); }
 
  private:
   ReadSession& session_;
@@ -110,7 +110,7 @@ void expandElements(AssignInfo& info, const Emitter& messages, ReadSession* sess
   if (session != nullptr) session->endBuffer(info, length);
 }
 
-// The number of bytes to convert between two polls of the host (see ReadSession::continueValue).
+// The number of bytes to convert between two polls of the host (see ReadSession::poll).
 constexpr std::uint64_t BYTES_PER_POLL = std::uint64_t{4} << 20;
 
 // Converts the fields between the blanks to numbers. Reports up to two problems: first a wrong
@@ -132,7 +132,7 @@ void convertElements(const AssignInfo& info, const Emitter& messages, ReadSessio
 
   while (at < end) {
     if (session != nullptr && offset >= nextPoll) {
-      session->continueValue();
+      session->poll();
       nextPoll = offset + BYTES_PER_POLL;
     }
     const NumberRun run = storeRun(at, end, component, buffer.memory + offset,

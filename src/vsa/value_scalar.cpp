@@ -64,6 +64,12 @@ bool convertTuple(AttrType type, std::string_view list, bool hasWindow, AttrData
   return parseTuple(list, count, components);
 }
 
+// Whether a token of this type is a scalar by itself.
+bool isScalar(Type type) {
+  return type == Type::True || type == Type::False || type == Type::Int || type == Type::Real ||
+         type == Type::Str || type == Type::Braces || type == Type::Brackets;
+}
+
 }  // namespace
 
 // Parses a scalar. Returns false and consumes nothing if the next tokens have no such form. If a
@@ -71,37 +77,11 @@ bool convertTuple(AttrType type, std::string_view list, bool hasWindow, AttrData
 // buffer or a reference at the next token. So it reports the error there, unless such a value
 // follows.
 bool VsaParser::scalar(AssignInfo& info) {
-  AttrData& data = info.data;
-  switch (peek(0).type) {
-    case Type::True:
-    case Type::False:
-      advanceInto(info.valueToken);
-      data.type = AttrType::Bool;
-      return String::parse(info.valueToken.text, data.payload.boolean);
-    case Type::Int:
-      advanceInto(info.valueToken);
-      return convertInteger(info.valueToken.text.view(), false, data);
-    case Type::Real:
-      advanceInto(info.valueToken);
-      return convertReal(info.valueToken.text.view(), false, data);
-    case Type::Str:
-      advanceInto(info.valueToken);
-      data.type = AttrType::String;
-      data.payload.string = makeString(info.valueToken.text.view(), true);
-      return true;
-    case Type::Braces:
-      advanceInto(info.valueToken);
-      data.type = AttrType::Object;
-      return true;
-    case Type::Brackets:
-      advanceInto(info.valueToken);
-      data.type = AttrType::Array;
-      return true;
-    case Type::Id:
-      return tuple(info);
-    default:
-      return false;
-  }
+  const Type type = peek(0).type;
+  if (type == Type::Id) return tuple(info);
+  if (!isScalar(type)) return false;
+  advanceInto(info.valueToken);
+  return convert(type, info.valueToken.text.view(), true, false, info.data);
 }
 
 // keyword "(" numbers ")"
@@ -137,22 +117,34 @@ void VsaParser::hold(void* memory, std::uint64_t bytes) {
 // Stores the value of a simple statement. Returns false if it does not convert.
 bool VsaParser::convert(const SimpleStatement& statement, AttrData& data) {
   const bool hasWindow = statement.bytesAfter >= numbers::FIELD_WINDOW;
-  switch (statement.valueType) {
+  if (statement.valueType == Type::Id) {
+    const AttrType type = tupleTypeOf(statement.value);
+    return type != AttrType::Null && convertTuple(type, statement.list, hasWindow, data);
+  }
+  return convert(statement.valueType, statement.value, statement.hasBackslash, hasWindow, data);
+}
+
+// Stores the value of a literal that is one token of a type for which isScalar returns true.
+inline bool VsaParser::convert(Type type, std::string_view text, bool hasBackslash, bool hasWindow,
+                               AttrData& data) {
+  switch (type) {
     case Type::Int:
-      return convertInteger(statement.value, hasWindow, data);
+      return convertInteger(text, hasWindow, data);
     case Type::Real:
-      return convertReal(statement.value, hasWindow, data);
+      return convertReal(text, hasWindow, data);
     case Type::Str:
       data.type = AttrType::String;
-      data.payload.string = makeString(statement.value, statement.hasBackslash);
+      data.payload.string = makeString(text, hasBackslash);
       return true;
-    case Type::Id: {
-      const AttrType type = tupleTypeOf(statement.value);
-      return type != AttrType::Null && convertTuple(type, statement.list, hasWindow, data);
-    }
+    case Type::Braces:
+      data.type = AttrType::Object;
+      return true;
+    case Type::Brackets:
+      data.type = AttrType::Array;
+      return true;
     default:
       data.type = AttrType::Bool;
-      data.payload.boolean = statement.valueType == Type::True;
+      data.payload.boolean = type == Type::True;
       return true;
   }
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 namespace zn::korvo_sdk::impl {
 
@@ -98,9 +99,8 @@ void ReadSession::transferMemory(interfaces::IInput& input, AttrData& value) {
 }
 
 std::uint64_t ReadSession::inputsOnPath() const noexcept {
-  std::uint64_t inputs = 0;
-  for (const Token& token : path_) inputs += token.type != Token::Type::Dot ? 1 : 0;
-  return path_[0].type == Token::Type::Dot ? inputs : inputs - 1;
+  const auto isInput = [](const Token& token) { return token.type != Token::Type::Dot; };
+  return static_cast<std::uint64_t>(std::count_if(path_.begin() + 1, path_.end(), isInput));
 }
 
 // Handles a charge of more than `remaining_` bytes. Throws ReadStopped if there is a limit.
@@ -116,10 +116,8 @@ void ReadSession::release(std::uint64_t bytes) noexcept {
 }
 
 void ReadSession::freeValue() noexcept {
-  std::free(held_);
-  release(heldBytes_);
-  held_ = nullptr;
-  heldBytes_ = 0;
+  std::free(std::exchange(held_, nullptr));
+  release(std::exchange(heldBytes_, 0));
 }
 
 }  // namespace zn::korvo_sdk::impl

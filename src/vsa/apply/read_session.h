@@ -192,8 +192,6 @@ class ReadSession {
     held_ = memory;
     heldBytes_ = bytes;
   }
-  /// Polls the host. Called regularly while a long value is converted. May throw ReadStopped.
-  void continueValue() { poll(); }
   /// Counts the value and passes the ownership of its memory to `input`. If the node is dropped,
   /// frees the memory instead and makes a string or buffer empty. Called directly before the value
   /// is assigned to `input`.
@@ -203,8 +201,14 @@ class ReadSession {
     }
     ++counts.values;
   }
-  /// Frees the memory of a value that is not assigned.
-  void discardValue() noexcept { dropValue(); }
+  /// Frees the memory of a value that is not assigned, if there is one.
+  void dropValue() noexcept {
+    if (held_ != nullptr) freeValue();
+  }
+
+  /// Asks the host whether to cancel the reading. Called once per STATEMENTS_PER_POLL statements,
+  /// once per LINKS_PER_POLL links, and while a long value is converted. May throw ReadStopped.
+  virtual void poll() = 0;
 
   /// Whether the link from `input` to `node` is kept.
   bool mayLink(interfaces::IInput& input, interfaces::INode& node) {
@@ -242,9 +246,6 @@ class ReadSession {
 
   /// Ends the reading, because it exceeds `budget`. Throws ReadStopped.
   [[noreturn]] virtual void exceed(Budget budget) = 0;
-  /// Asks the host whether to cancel the reading. Called once per STATEMENTS_PER_POLL statements,
-  /// once per LINKS_PER_POLL links, and while a long value is converted. May throw ReadStopped.
-  virtual void poll() = 0;
   /// The bytes of the current value of `input`. The input frees these bytes when it gets another
   /// value.
   virtual std::uint64_t bytesHeldBy(interfaces::IInput& input) = 0;
@@ -275,9 +276,6 @@ class ReadSession {
   // size. Otherwise they stay counted.
   static constexpr std::uint64_t MIN_REPLACED_BYTES = 256;
 
-  void dropValue() noexcept {
-    if (held_ != nullptr) freeValue();
-  }
   void freeValue() noexcept;
   void transferMemory(interfaces::IInput& input, AttrData& value);
   void overcharge(std::uint64_t bytes);

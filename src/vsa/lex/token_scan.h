@@ -14,54 +14,26 @@ namespace zn::korvo_sdk::impl {
 
 namespace detail {
 
-constexpr Token::Type typeOfFirst(char c) {
-  using Type = Token::Type;
-  switch (c) {
-    case '"':
-      return Type::Str;
-    case '#':
-      return Type::Comment;
-    case '(':
-      return Type::Parens;
-    case '{':
-      return Type::Braces;
-    case '[':
-      return Type::Brackets;
-    case '\'':
-      return Type::Quote;
-    case '*':
-      return Type::Star;
-    case '+':
-      return Type::Plus;
-    case ',':
-      return Type::Comma;
-    case '.':
-      return Type::Dot;
-    case '/':
-      return Type::Slash;
-    case ':':
-      return Type::Colon;
-    case ';':
-      return Type::Semicolon;
-    case '=':
-      return Type::Equals;
-    case '\\':
-      return Type::Backslash;
-    case '|':
-      return Type::Pipe;
-    case '-':
-      return Type::Int;
-    case '_':
-      return Type::Id;
-    default:
-      if (char_class::is(c, char_class::LETTER)) return Type::Id;
-      return char_class::is(c, char_class::DIGIT) ? Type::Int : Type::Invalid;
-  }
-}
-
 constexpr std::array<Token::Type, 256> makeFirst() {
+  using enum Token::Type;
+  struct Row {
+    char c;
+    Token::Type type;
+  };
+  constexpr Row ROWS[] = {
+      {'"', Str},    {'#', Comment}, {'(', Parens},    {'{', Braces}, {'[', Brackets},
+      {'\'', Quote}, {'*', Star},    {'+', Plus},      {',', Comma},  {'.', Dot},
+      {'/', Slash},  {':', Colon},   {';', Semicolon}, {'=', Equals}, {'\\', Backslash},
+      {'|', Pipe},   {'-', Int},     {'_', Id},
+  };
   std::array<Token::Type, 256> types{};
-  for (unsigned byte = 0; byte < 256; ++byte) types[byte] = typeOfFirst(static_cast<char>(byte));
+  for (unsigned byte = 0; byte < 256; ++byte) {
+    const char c = static_cast<char>(byte);
+    types[byte] = char_class::is(c, char_class::LETTER)  ? Id
+                  : char_class::is(c, char_class::DIGIT) ? Int
+                                                         : Invalid;
+  }
+  for (const Row& row : ROWS) types[static_cast<unsigned char>(row.c)] = row.type;
   return types;
 }
 

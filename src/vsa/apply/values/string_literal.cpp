@@ -46,7 +46,7 @@ char* copyOfShort(std::string_view text) {
   return static_cast<char*>(std::memcpy(allocateString(length), unescaped, length + 1));
 }
 
-// The number of bytes to unescape between two polls of the host (see ReadSession::continueValue).
+// The number of bytes to unescape between two polls of the host (see ReadSession::poll).
 constexpr std::size_t BYTES_PER_POLL = std::size_t{4} << 20;
 
 char* unescapeLong(std::string_view text, char* to, ReadSession* session) {
@@ -55,7 +55,7 @@ char* unescapeLong(std::string_view text, char* to, ReadSession* session) {
   while (at < end) {
     const auto left = static_cast<std::size_t>(end - at);
     to = unescapePiece(at, at + std::min(left, BYTES_PER_POLL), end, to);
-    if (session != nullptr && at < end) session->continueValue();
+    if (session != nullptr && at < end) session->poll();
   }
   return to;
 }

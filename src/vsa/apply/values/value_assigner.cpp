@@ -11,7 +11,7 @@ using interfaces::IInput;
 bool ValueAssigner::assign(AttrData& value, std::string_view literal, IInput& input, IInput* array,
                            std::uint64_t countBefore) {
   if (!accepts(value, literal, input)) {
-    if (session_ != nullptr) session_->discardValue();
+    if (session_ != nullptr) session_->dropValue();
     return false;
   }
   if (array != nullptr) {
