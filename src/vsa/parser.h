@@ -156,13 +156,11 @@ class VsaParser {
   // tokens. `convert` is in value_scalar.cpp.
 
   void parseSimpleStatements();
-  bool begin(const SimpleStatement& statement) const;
   bool convertValue(const SimpleStatement& statement);
   void execute(const SimpleStatement& statement);
   void assign(const SimpleStatement& statement);
   void assignInLibrary(const SimpleStatement& statement, INode& node);
   void setLink(const SimpleStatement& statement, IInput& input);
-  void setValue(const SimpleStatement& statement, IInput& input);
   bool convert(const SimpleStatement& statement, AttrData& data);
   bool convert(Token::Type type, std::string_view text, bool hasBackslash, bool hasWindow,
                AttrData& data);
@@ -177,6 +175,8 @@ class VsaParser {
   void appendNext(ds::Vector<Token>& tokensOfPath);
   bool tuple(AssignInfo& info);
   INode* targetNode(std::span<const Token> path);
+  void setValue(std::string_view literal, IInput& input, IInput* array = nullptr,
+                std::uint64_t countBefore = 0);
   TextPlace beginLink(IInput& input, std::uint64_t sourceBytes) const;
   void chargeNode(std::uint64_t nameBytes) const;
   void countNode(const INode* made) const;

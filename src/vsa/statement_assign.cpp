@@ -1,7 +1,5 @@
 // Parses assignments: parses the path and the right-hand side, and finds the node and the input.
 // Then assigns the value or stores a pending link.
-#include <utility>
-
 #include "vsa/apply/input_path.h"
 #include "vsa/apply/path_resolver.h"
 #include "vsa/apply/values/value_assigner.h"
@@ -38,11 +36,16 @@ bool VsaParser::parseAssign() {
   } else if (info.isReference) {
     references.setLink(input, info, beginLink(*input, info.referenceToken.text.len()));
   } else {
-    ValueAssigner assigner(emitter(), typedElements_, session);
-    unassigned_.end(assigner.assign(info.data, info.valueToken.text.view(), *input, target.array(),
-                                    target.arrayCountBefore()));
+    setValue(info.valueToken.text.view(), *input, target.array(), target.arrayCountBefore());
   }
   return true;
+}
+
+// Assigns the value of the statement. See ValueAssigner::assign.
+void VsaParser::setValue(std::string_view literal, IInput& input, IInput* array,
+                         std::uint64_t countBefore) {
+  ValueAssigner assigner(emitter(), typedElements_, session);
+  unassigned_.end(assigner.assign(assignment_.data, literal, input, array, countBefore));
 }
 
 // Counts a link of `input` before it is stored. Returns the position for messages about the link.

@@ -1,7 +1,6 @@
 // Executes the simple statements that the scanner recognises, without tokens.
 #include <vsa/scene/name_update.h>
 #include "vsa/apply/path_resolver.h"
-#include "vsa/apply/values/value_assigner.h"
 #include "vsa/lex/lexer_fast_path.h"
 #include "vsa/lex/statement_scanner.h"
 #include "vsa/parser.h"
@@ -11,14 +10,16 @@ namespace zn::korvo_sdk::impl {
 using Kind = SimpleStatement::Kind;
 
 // Executes statements up to the first one that is not simple or must be read from tokens (see
-// `begin` and `convertValue`). Also stops if the scene has read from the file. The ring of tokens
-// is updated once after the last statement, and not after each statement. A scene cannot observe
-// this.
+// ReadSession::beginSimple and `convertValue`). Also stops if the scene has read from the file. The
+// ring of tokens is updated once after the last statement, and not after each statement. A scene
+// cannot observe this.
 void VsaParser::parseSimpleStatements() {
   StatementScanner scanner(*lexer, current);
   try {
     while (scanner.scan(simple_)) {
-      if (!begin(simple_) || !convertValue(simple_)) break;
+      const bool mayBegin =
+          session == nullptr || session->beginSimple(simple_, current.line, current.column);
+      if (!mayBegin || !convertValue(simple_)) break;
       scanner.accept(simple_);
       execute(simple_);
       if (!scanner.isWindowKept()) break;
@@ -31,12 +32,6 @@ void VsaParser::parseSimpleStatements() {
   head = 0;
   scanner.readLookahead(tokens);
   lastLexed = tokens[tokens.size - 1];
-}
-
-// Begins the statement. Returns false if the statement may exceed a limit before the scene is
-// called. The parser then reads the statement from tokens.
-bool VsaParser::begin(const SimpleStatement& statement) const {
-  return session == nullptr || session->beginSimple(statement, current.line, current.column);
 }
 
 // Converts the value of the statement, if it has a value. Returns false if the value does not
@@ -65,7 +60,7 @@ void VsaParser::assign(const SimpleStatement& statement) {
   PathResolver target(node, path, assignment_.data.type, emitter(), session);
   IInput* const input = resolve(target, path);
   if (statement.kind != Kind::Value) return setLink(statement, *input);
-  setValue(statement, *input);
+  setValue(statement.value, *input);
 }
 
 // Executes an assignment in the library's scene if no node type is declared. Searches for the input
@@ -79,15 +74,10 @@ void VsaParser::assignInLibrary(const SimpleStatement& statement, INode& node) {
   IInput* const existing = library_->findInput(node, name);
   IInput& input = existing != nullptr ? *existing : *addInLibrary(node, name, path);
   if (statement.kind != Kind::Value) return setLink(statement, input);
-  if (existing != nullptr) return setValue(statement, input);
+  if (existing != nullptr) return setValue(statement.value, input);
   if (session != nullptr) session->transferValue(input, assignment_.data);
   input.assign(assignment_.data);
   unassigned_.end(true);
-}
-
-void VsaParser::setValue(const SimpleStatement& statement, IInput& input) {
-  ValueAssigner assigner(emitter(), typedElements_, session);
-  unassigned_.end(assigner.assign(assignment_.data, statement.value, input));
 }
 
 interfaces::IInput* VsaParser::addInLibrary(INode& node, const String& name,

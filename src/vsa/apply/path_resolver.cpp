@@ -58,7 +58,10 @@ IInput* PathResolver::step(const Token& element) {
 
 IInput* PathResolver::step(const String& name, const Token& element) {
   IInput* const found = find(name);
-  if (found == nullptr) return create(name, element);
+  if (found == nullptr) {
+    const bool isElement = current_ != nullptr && current_->type() == AttrType::Array;
+    return isElement ? elementAt(name, element) : createInput(name);
+  }
   if (next_ != nullptr) checkType(*found);
   return found;
 }
@@ -68,11 +71,6 @@ IInput* PathResolver::find(const String& name) {
     return node_.hasInput(name, AttrType::Null) ? node_.input(name) : nullptr;
   }
   return current_->hasInput(name, AttrType::Null) ? current_->input(name) : nullptr;
-}
-
-IInput* PathResolver::create(const String& name, const Token& element) {
-  const bool isElement = current_ != nullptr && current_->type() == AttrType::Array;
-  return isElement ? elementAt(name, element) : createInput(name);
 }
 
 IInput* PathResolver::createInput(const String& name) {
@@ -90,7 +88,9 @@ IInput* PathResolver::createInput(const String& name) {
 // element exists. Returns null if the scene does not append one.
 IInput* PathResolver::elementAt(const String& name, const Token& element) {
   IInput& array = *current_;
-  if (array.elementType() == AttrType::Null) setElementType(array);
+  if (array.elementType() == AttrType::Null) {
+    array.set({.type = AttrType::Array, .elementType = static_cast<std::int32_t>(required_.type)});
+  }
   if (required_.type != AttrType::Null && required_.type != array.elementType()) {
     typeError(required_.type, array);
   }
@@ -105,15 +105,6 @@ IInput* PathResolver::elementAt(const String& name, const Token& element) {
     count = grown;
   }
   return array.element(index);
-}
-
-// Sets the element type of the array to `required_.type`. Called for an array without an element
-// type.
-void PathResolver::setElementType(IInput& array) const {
-  AttrData structure;
-  structure.type = AttrType::Array;
-  structure.elementType = static_cast<std::int32_t>(required_.type);
-  array.set(structure);
 }
 
 // Converts an index: "[3]" is 3. "[*]" is the size of the array, so that the statement appends an

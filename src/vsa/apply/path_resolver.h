@@ -54,10 +54,8 @@ class PathResolver {
   interfaces::IInput* step(const Token& element);
   interfaces::IInput* step(const String& name, const Token& element);
   interfaces::IInput* find(const String& name);
-  interfaces::IInput* create(const String& name, const Token& element);
   interfaces::IInput* createInput(const String& name);
   interfaces::IInput* elementAt(const String& name, const Token& element);
-  void setElementType(interfaces::IInput& array) const;
   std::uint64_t indexOf(const String& name, const Token& element) const;
   void checkType(interfaces::IInput& found) const;
   [[noreturn]] void typeError(AttrType type, interfaces::IInput& input) const;

@@ -26,7 +26,7 @@ using Type = Token::Type;
 // buffer_literal/float.
 constexpr std::uint64_t MIN_ADOPTED_BYTES = 1024;
 // The maximum number of bytes to collect in one step. The bytes of a step fit into the L1 cache.
-constexpr std::size_t MAX_STEP_BYTES = 16384;
+constexpr std::ptrdiff_t MAX_STEP_BYTES = 16384;
 
 // Returns the characters before the first NUL.
 std::string_view textOf(const ds::Vector<char>& chars) {
@@ -46,12 +46,6 @@ struct Lexer::ListKind {
 
 // --- collecting characters ---
 
-void Lexer::collectBytes(std::size_t count) {
-  chars_.reserveAdditional(count);
-  std::memcpy(chars_.data + chars_.size, windowBegin, count);
-  chars_.size += count;
-}
-
 void Lexer::collect() {
   chars_.push_back(consume());
 }
@@ -69,13 +63,11 @@ void Lexer::collectUntil(char a, char b) {
       collect();
       continue;
     }
-    const char* const last = windowEnd - 1;
-    const char* const limit = static_cast<std::size_t>(last - windowBegin) > MAX_STEP_BYTES
-                                  ? windowBegin + MAX_STEP_BYTES
-                                  : last;
-    const std::size_t count =
-        static_cast<std::size_t>(findStop(windowBegin, limit, a, b) - windowBegin);
-    collectBytes(count);
+    const char* const limit = windowBegin + std::min(windowEnd - 1 - windowBegin, MAX_STEP_BYTES);
+    const auto count = static_cast<std::size_t>(findStop(windowBegin, limit, a, b) - windowBegin);
+    chars_.reserveAdditional(count);
+    std::memcpy(chars_.data + chars_.size, windowBegin, count);
+    chars_.size += count;
     consumeBytes(count);
   }
 }
@@ -136,13 +128,11 @@ Token Lexer::invalid(DiagnosticId id, const String& list) const {
 
 Token Lexer::unexpectedEof(const String& what) const {
   const char* const format = rowOf(DiagnosticId::UnexpectedEof).format;
-  problem_ = {DiagnosticId::UnexpectedEof,
-              diagnostic_detail::formatMessage(format, what.buf()),
-              line,
-              column,
-              Diagnostic::UNKNOWN_OFFSET,
-              String(),
-              {what}};
+  problem_ = {.id = DiagnosticId::UnexpectedEof,
+              .text = diagnostic_detail::formatMessage(format, what.buf()),
+              .line = line,
+              .column = column,
+              .arguments = {what}};
   return {Type::Eof, problem_.text, line, column};
 }
 
@@ -282,18 +272,12 @@ Token Lexer::bracketedList(const ListKind& kind) {
 
 void Lexer::list(ds::Vector<char>& chars, char open, char close) {
   const char c = lookaheadChar;
-  // NOLINTNEXTLINE(bugprone-branch-clone): checked first: open and close are also brackets
-  if (c == open || c == close || atEnd()) {
-    chars.push_back(consume());
-  } else if (is(c, char_class::WHITE)) {
-    skipWhite();
-    separate(chars, open, close);
-  } else if (isBracket(c) || c == ',') {
-    consume();
-    separate(chars, open, close);
-  } else {
-    chars.push_back(consume());
-  }
+  const bool isWhite = is(c, char_class::WHITE);
+  const bool separates = c != open && c != close && (isWhite || isBracket(c) || c == ',');
+  if (!separates) return chars.push_back(consume());
+  consume();
+  if (isWhite) skipWhite();
+  separate(chars, open, close);
 }
 
 // Appends one blank between two elements. Appends nothing after a blank, after the opening bracket
@@ -310,9 +294,8 @@ void Lexer::separate(ds::Vector<char>& chars, char open, char close) {
 // the same as reading one character at a time.
 void Lexer::collectListRun() {
   while (isNumberChar() && windowEnd - windowBegin >= 2) {
-    const std::size_t available = static_cast<std::size_t>(windowEnd - 1 - windowBegin);
-    const std::size_t count = available < MAX_STEP_BYTES ? available : MAX_STEP_BYTES;
-    chars_.reserveAdditional(count + NORMALIZER_SLACK);
+    const std::ptrdiff_t count = std::min(windowEnd - 1 - windowBegin, MAX_STEP_BYTES);
+    chars_.reserveAdditional(static_cast<std::size_t>(count) + NORMALIZER_SLACK);
     char* const to = chars_.data + chars_.size;
     const NormalizedList run = normalizeList(windowBegin, windowBegin + count, to);
     chars_.size += static_cast<std::uint64_t>(run.to - to);

@@ -135,7 +135,6 @@ class Lexer {
   void collectListRun();
   void consumeLines(std::size_t count, const LineFeeds& feeds) noexcept;
   void consumeInLine(std::size_t count) noexcept;
-  void collectBytes(std::size_t count);
   void separate(ds::Vector<char>& chars, char open, char close);
   bool readBuffered(Token& out);
   bool readLongBuffered(Token::Type type, const char* at, LineFeeds feeds, Token& out);

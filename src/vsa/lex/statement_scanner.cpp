@@ -1,7 +1,6 @@
 #include "vsa/lex/statement_scanner.h"
 
 #include <cstddef>
-#include <utility>
 
 #include <vsa/foundation/char_class.h>
 #include "foundation/text/letter_case.h"
@@ -30,10 +29,6 @@ std::string_view between(const char* begin, const char* end) {
 }
 
 }  // namespace
-
-SimpleStatement::SimpleStatement()
-    : pathTokens{{Type::Id, String()}, {Type::Dot, String('.')}, {Type::Id, String()}} {
-}
 
 StatementScanner::StatementScanner(Lexer& lexer, const Token& consumed) noexcept : lexer_(lexer) {
   if (lexer.windowBegin == lexer.windowLast()) return;
@@ -175,7 +170,6 @@ bool StatementScanner::readNext(const char* at) noexcept {
 // --- statements ---
 
 const char* StatementScanner::statement(SimpleStatement& out) {
-  out.begin = next_[0].begin;
   switch (next_[0].type) {
     case Type::Comment:
       return comment(out);

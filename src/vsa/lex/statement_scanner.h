@@ -37,15 +37,16 @@ struct SimpleStatement {
   };
 
   Kind kind = Kind::Comment;
-  const char* begin = nullptr;  ///< The first character.
-  const char* end = nullptr;    ///< One past the last character.
-  std::size_t bytesAfter = 0;   ///< Buffered bytes after it, without the last buffered byte.
-  std::int32_t line = 0;        ///< Line of the last character.
+  const char* end = nullptr;   ///< One past the last character.
+  std::size_t bytesAfter = 0;  ///< Buffered bytes after it, without the last buffered byte.
+  std::int32_t line = 0;       ///< Line of the last character.
   std::int32_t column = 0;
 
-  String text;          ///< For a comment: the text. For a declaration: the type.
-  String name;          ///< For a declaration: the name.
-  Token pathTokens[3];  ///< For an assignment: node "." input, without positions.
+  String text;  ///< For a comment: the text. For a declaration: the type.
+  String name;  ///< For a declaration: the name.
+  /// For an assignment: node "." input, without positions.
+  Token pathTokens[3] = {
+      {Token::Type::Id, {}}, {Token::Type::Dot, String('.')}, {Token::Type::Id, {}}};
   /// For a declaration: whether it ends in ":". For an assignment: whether the path begins with
   /// ".".
   bool isWith = false;
@@ -61,7 +62,6 @@ struct SimpleStatement {
   std::string_view source;
   String output;  ///< For a connection: the output. Empty for `null`.
 
-  SimpleStatement();
   bool isAssignment() const noexcept { return kind >= Kind::Value; }
   /// The tokens of the path. If the path begins with ".", the first token is the ".".
   std::span<const Token> path() const noexcept { return std::span(pathTokens).subspan(isWith); }

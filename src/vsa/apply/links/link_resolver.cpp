@@ -69,8 +69,9 @@ void LinkResolver::resolveAll(const PendingTable& table, const Resolve& resolve)
     if (nodes != nullptr && i + NAMES / 2 < entries.size) {
       nodes->prefetchNode(names_[(i + NAMES / 2) % NAMES].hash());
     }
-    begin(*entries[i]->key, entries[i]->value);
-    resolve(*entries[i]->key, entries[i]->value, names_[i % NAMES]);
+    IInput& input = *entries[i]->key;
+    if (session_ != nullptr) session_->beginLink(input, entries[i]->value.place);
+    resolve(input, entries[i]->value, names_[i % NAMES]);
   }
   if (session_ != nullptr) session_->endLinks();
   for (const auto* const entry : entries) entry->key->release();

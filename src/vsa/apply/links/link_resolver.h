@@ -23,9 +23,6 @@ class LinkResolver {
   void resolveReferences(const PendingTable& references);
 
  private:
-  void begin(interfaces::IInput& input, const PendingLink& link) const {
-    if (session_ != nullptr) session_->beginLink(input, link.place);
-  }
   // The number of elements of `names_`. It is a power of two, so that `% NAMES` takes one
   // instruction.
   static constexpr std::uint64_t NAMES = 32;

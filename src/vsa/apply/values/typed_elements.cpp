@@ -23,10 +23,8 @@ void setIfEmpty(IInput* element, const AttrData& empty) {
 
 void TypedElements::setEmptyElements(interfaces::IInput& array, std::uint64_t countBefore,
                                      std::int32_t elementType) {
-  AttrData empty;
-  empty.type = array.elementType();
+  const AttrData empty{.type = array.elementType(), .elementType = elementType};
   if (empty.type != AttrType::Buffer && empty.type != AttrType::Array) return;
-  empty.elementType = elementType;
 
   Known& known = known_[&array];
   known.count = std::min(known.count, countBefore);
@@ -44,10 +42,6 @@ void TypedElements::setEmptyElements(interfaces::IInput& array, std::uint64_t co
   for (std::uint64_t i = firstUnknown; i < array.count(); ++i) {
     setIfEmpty(array.element(i), empty);
   }
-  remember(array, known);
-}
-
-void TypedElements::remember(IInput& array, Known& known) {
   known.count = array.count();
   known.last = known.count == 0 ? nullptr : array.element(known.count - 1);
 }

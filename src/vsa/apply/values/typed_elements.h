@@ -37,8 +37,6 @@ class TypedElements {
     std::uint64_t recheck = 0;
   };
 
-  static void remember(interfaces::IInput& array, Known& known);
-
   std::unordered_map<interfaces::IInput*, Known> known_;
 };
 
