@@ -178,8 +178,8 @@ class VsaParser {
   void setValue(std::string_view literal, IInput& input, IInput* array = nullptr,
                 std::uint64_t countBefore = 0);
   TextPlace beginLink(IInput& input, std::uint64_t sourceBytes) const;
-  void chargeNode(std::uint64_t nameBytes) const;
-  void countNode(const INode* made) const;
+  template <class Create>
+  INode* findOrCreate(const String& name, std::uint64_t typeBytes, const Create& create);
   char* makeString(std::string_view literal, bool hasBackslash);
   void hold(void* memory, std::uint64_t bytes);
 

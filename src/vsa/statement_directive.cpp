@@ -53,22 +53,23 @@ bool VsaParser::define(DefineInfo& info) {
 bool VsaParser::parseDefine() {
   DefineInfo info;
   if (!define(info)) return false;
-  INode* node = sceneOrNone().findNode(info.name.text);
-  if (node == nullptr) {
-    chargeNode(info.name.text.len());
-    node = sceneOrNone().defineNode(info.name.text);
-    countNode(node);
-  }
+  const String& name = info.name.text;
+  INode* const node = findOrCreate(name, 0, [&] { return sceneOrNone().defineNode(name); });
   if (node != nullptr) definedNodes.push_back(node);
   return true;
 }
 
-void VsaParser::chargeNode(std::uint64_t nameBytes) const {
-  if (session != nullptr) session->chargeNode(nameBytes);
-}
-
-void VsaParser::countNode(const INode* made) const {
-  if (session != nullptr && made != nullptr) ++session->counts.nodes;
+// Returns the node of the name. If there is none, calls `create` and returns its result.
+// `typeBytes` is the size of the type's name.
+template <class Create>
+interfaces::INode* VsaParser::findOrCreate(const String& name, std::uint64_t typeBytes,
+                                           const Create& create) {
+  INode* const found = sceneOrNone().findNode(name);
+  if (found != nullptr) return found;
+  if (session != nullptr) session->chargeNode(typeBytes + name.len());
+  INode* const created = create();
+  if (session != nullptr && created != nullptr) ++session->counts.nodes;
+  return created;
 }
 
 // type name (";" | ":")
@@ -93,12 +94,8 @@ bool VsaParser::parseDeclare() {
 }
 
 void VsaParser::declareNode(const String& type, const String& name, bool isWith) {
-  INode* node = sceneOrNone().findNode(name);
-  if (node == nullptr) {
-    chargeNode(type.len() + name.len());
-    node = sceneOrNone().createNode(type, name, String());
-    countNode(node);
-  }
+  INode* const node = findOrCreate(name, type.len(),
+                                   [&] { return sceneOrNone().createNode(type, name, String()); });
   if (isWith) withNode = node;
 }
 

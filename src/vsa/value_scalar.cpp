@@ -41,10 +41,7 @@ bool convertPlain(std::string_view text, std::size_t count, Number* out) {
 bool convertInteger(std::string_view text, bool hasWindow, AttrData& data) {
   data.type = text.ends_with('u') ? AttrType::UInt : AttrType::Int;
   if (hasWindow && convertPlain(text, 1, &data.payload.integer)) return true;
-  long long number = 0;
-  if (!integerFromText(text.data(), text.data() + text.size(), number)) return false;
-  data.payload.integer = number;
-  return true;
+  return integerFromText(text.data(), text.data() + text.size(), data.payload.integer);
 }
 
 bool convertReal(std::string_view text, bool hasWindow, AttrData& data) {

@@ -21,6 +21,9 @@ class NoScene : public interfaces::IScene {
 };
 
 /// Returns a scene without nodes, which is shared by all parsers.
-interfaces::IScene& noScene();
+inline interfaces::IScene& noScene() {
+  static NoScene none;
+  return none;
+}
 
 }  // namespace zn::korvo_sdk::impl

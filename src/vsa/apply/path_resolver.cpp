@@ -76,12 +76,11 @@ IInput* PathResolver::find(const String& name) {
 IInput* PathResolver::createInput(const String& name) {
   const bool isArray = required_.type == AttrType::Array;
   if (session_ != nullptr) session_->chargeInput(name.len());
-  if (current_ == nullptr) {
-    return isArray ? node_.createArray(name, required_.elementType)
-                   : node_.createInput(name, required_.type);
-  }
-  return isArray ? current_->createArray(name, required_.elementType)
-                 : current_->createInput(name, required_.type);
+  const auto createIn = [&](auto& owner) {
+    return isArray ? owner.createArray(name, required_.elementType)
+                   : owner.createInput(name, required_.type);
+  };
+  return current_ == nullptr ? createIn(node_) : createIn(*current_);
 }
 
 // Returns the element of the current array at the index in `name`. Appends elements until the
