@@ -78,7 +78,7 @@ bool VsaParser::scalar(AssignInfo& info) {
   if (type == Type::Id) return tuple(info);
   if (!isScalar(type)) return false;
   advanceInto(info.valueToken);
-  return convert(type, info.valueToken.text.view(), true, false, info.data);
+  return convert(type, info.valueToken.text.view(), {}, true, false, info.data);
 }
 
 // keyword "(" numbers ")"
@@ -114,16 +114,14 @@ void VsaParser::hold(void* memory, std::uint64_t bytes) {
 // Stores the value of a simple statement. Returns false if it does not convert.
 bool VsaParser::convert(const SimpleStatement& statement, AttrData& data) {
   const bool hasWindow = statement.bytesAfter >= numbers::FIELD_WINDOW;
-  if (statement.valueType == Type::Id) {
-    const AttrType type = tupleTypeOf(statement.value);
-    return type != AttrType::Null && convertTuple(type, statement.list, hasWindow, data);
-  }
-  return convert(statement.valueType, statement.value, statement.hasBackslash, hasWindow, data);
+  return convert(statement.valueType, statement.value, statement.list, statement.hasBackslash,
+                 hasWindow, data);
 }
 
-// Stores the value of a literal that is one token of a type for which isScalar returns true.
-inline bool VsaParser::convert(Type type, std::string_view text, bool hasBackslash, bool hasWindow,
-                               AttrData& data) {
+// Stores the value of a literal. Its first token has the type and the text. `list` is the list of a
+// tuple without its parentheses.
+inline bool VsaParser::convert(Type type, std::string_view text, std::string_view list,
+                               bool hasBackslash, bool hasWindow, AttrData& data) {
   switch (type) {
     case Type::Int:
       return convertInteger(text, hasWindow, data);
@@ -133,6 +131,10 @@ inline bool VsaParser::convert(Type type, std::string_view text, bool hasBacksla
       data.type = AttrType::String;
       data.payload.string = makeString(text, hasBackslash);
       return true;
+    case Type::Id: {
+      const AttrType tuple = tupleTypeOf(text);
+      return tuple != AttrType::Null && convertTuple(tuple, list, hasWindow, data);
+    }
     case Type::Braces:
       data.type = AttrType::Object;
       return true;
