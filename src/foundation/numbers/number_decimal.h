@@ -11,14 +11,15 @@
 // the text exactly with number_text. All functions require the default rounding mode (to nearest).
 #pragma once
 
-#include <array>
 #include <bit>
 #include <cfloat>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 
 #include "foundation/base/sanitizers.h"
 #include "foundation/base/wide_multiply.h"
+#include "foundation/numbers/powers_of_ten.h"
 
 namespace zn::numbers {
 
@@ -40,75 +41,24 @@ inline constexpr int MAX_DIGITS = 19;
 using detail::multiply;
 using detail::Wide;
 
-/// The largest exponent in POWERS_OF_FIVE. The table has a row for each exponent from -54 to 54. A
-/// larger exponent is not possible: `reciprocal` doubles a remainder that may be almost as large as
-/// the power of five. Twice 5^54 fits in 128 bits, but twice 5^55 does not.
+/// The largest exponent in POWERS_OF_FIVE. The table has a row for each exponent from -54 to 54.
 inline constexpr int MAX_TABLE_POWER = 54;
-
-constexpr Wide powerOfFive(int exponent) {
-  Wide power{0, 1};
-  for (int i = 0; i < exponent; ++i) {
-    const Wide low = multiply(power.low, 5);
-    power = {power.high * 5 + low.high, low.low};
-  }
-  return power;
-}
-
-VSA_WRAPS_AROUND constexpr Wide shiftedToTop(Wide value) {
-  while ((value.high >> 63) == 0) {
-    value = {(value.high << 1) | (value.low >> 63), value.low << 1};
-  }
-  return value;
-}
-
-/// Returns the leading 128 bits of 1 / divisor. `divisor` must not be a power of two. Uses long
-/// division, one bit per step. The remainder starts as the largest power of two that is less than
-/// the divisor. The first bit of the quotient is therefore a one.
-VSA_WRAPS_AROUND constexpr Wide reciprocal(Wide divisor) {
-  Wide rest{0, 0};
-  if (divisor.high != 0) {
-    rest.high = std::bit_floor(divisor.high);
-  } else {
-    rest.low = std::bit_floor(divisor.low);
-  }
-  Wide quotient{0, 0};
-  for (int i = 0; i < 128; ++i) {
-    rest = {(rest.high << 1) | (rest.low >> 63), rest.low << 1};
-    const bool fits =
-        rest.high != divisor.high ? rest.high > divisor.high : rest.low >= divisor.low;
-    if (fits) {
-      rest = {rest.high - divisor.high - (rest.low < divisor.low ? 1 : 0), rest.low - divisor.low};
-    }
-    quotient = {(quotient.high << 1) | (quotient.low >> 63), (quotient.low << 1) | (fits ? 1 : 0)};
-  }
-  return quotient;
-}
-
-/// Returns one row: the leading 128 bits of 5^exponent. The proof of the method requires that a
-/// reciprocal is rounded up if its divisor fits in 64 bits, and otherwise down.
-VSA_WRAPS_AROUND constexpr Wide leadingBitsOfPower(int exponent) {
-  if (exponent >= 0) return shiftedToTop(powerOfFive(exponent));
-  Wide bits = reciprocal(powerOfFive(-exponent));
-  if (exponent >= -27) {
-    bits.low += 1;
-    bits.high += bits.low == 0 ? 1 : 0;
-  }
-  return bits;
-}
-
-constexpr auto makePowersOfFive() {
-  std::array<Wide, 2 * MAX_TABLE_POWER + 1> table{};
-  int exponent = -MAX_TABLE_POWER;
-  for (Wide& row : table) row = leadingBitsOfPower(exponent++);
-  return table;
-}
-
-inline constexpr auto POWERS_OF_FIVE = makePowersOfFive();
 
 constexpr size_t tableRow(int exponent) {
   const int row = exponent + MAX_TABLE_POWER;
   return static_cast<size_t>(row);
 }
+
+/// Returns the leading 128 bits of each 5^exponent. The proof of the method requires that a
+/// reciprocal is rounded up if its divisor fits in 64 bits, and otherwise down. The other rows are
+/// exact.
+constexpr auto makePowersOfFive() {
+  auto table = powersOfTenCeiled<-MAX_TABLE_POWER, MAX_TABLE_POWER>();
+  for (size_t row = 0; row < tableRow(-27); ++row) --table[row].low;
+  return table;
+}
+
+inline constexpr auto POWERS_OF_FIVE = makePowersOfFive();
 
 /// Computes digits * 10^exponent by Lemire's method. `digits` must not be zero, and |exponent| must
 /// be at most MAX_TABLE_POWER. The result is always a normal double. Returns false if the leading

@@ -9,12 +9,11 @@
 #pragma once
 
 #include <array>
-#include <bit>
+#include <cstddef>
 #include <cstdint>
 
 #include "foundation/base/sanitizers.h"
 #include "foundation/base/wide_multiply.h"
-#include "foundation/numbers/number_decimal.h"
 #include "foundation/numbers/powers_of_ten.h"
 
 namespace zn::numbers {
@@ -30,21 +29,24 @@ struct Decimal {
 inline constexpr int MIN_FLOAT_POWER = -31;
 inline constexpr int MAX_FLOAT_POWER = 45;
 
-/// Returns the leading 64 bits of a power of ten, rounded up.
-constexpr std::uint64_t leadingBitsCeiled(int exponent) {
-  if (exponent < 0) return reciprocal(powerOfFive(-exponent)).high + 1;
-  const detail::Wide bits = shiftedToTop(powerOfFive(exponent));
-  return bits.high + (bits.low == 0 ? 0 : 1);
-}
-
+/// Returns the leading 64 bits of each power of ten, rounded up.
 constexpr auto makeFloatPowers() {
-  std::array<std::uint64_t, MAX_FLOAT_POWER - MIN_FLOAT_POWER + 1> table{};
-  int exponent = MIN_FLOAT_POWER;
-  for (std::uint64_t& row : table) row = leadingBitsCeiled(exponent++);
+  constexpr auto POWERS = powersOfTenCeiled<MIN_FLOAT_POWER, MAX_FLOAT_POWER>();
+  std::array<std::uint64_t, POWERS.size()> table{};
+  for (std::size_t row = 0; row < table.size(); ++row) {
+    table[row] = POWERS[row].high + (POWERS[row].low == 0 ? 0 : 1);
+  }
   return table;
 }
 
 inline constexpr auto FLOAT_POWERS = makeFloatPowers();
+
+/// The range of the exponents of ten that doubles require.
+inline constexpr int MIN_DOUBLE_POWER = -292;
+inline constexpr int MAX_DOUBLE_POWER = 324;
+
+/// The leading 128 bits of each power of ten, rounded up.
+inline constexpr auto DOUBLE_POWERS = powersOfTenCeiled<MIN_DOUBLE_POWER, MAX_DOUBLE_POWER>();
 
 /// The layout of a type in memory, and its powers of ten.
 template <class Real>
@@ -78,7 +80,7 @@ struct RealLayout<double> {
   static constexpr Bits EXPONENT_MASK = 0x7FF;
 
   static const detail::Wide& power(int exponent) {
-    return POWERS_OF_TEN_CEILED[exponent - MIN_CEILED_POWER];
+    return DOUBLE_POWERS[static_cast<std::size_t>(exponent - MIN_DOUBLE_POWER)];
   }
 
   VSA_WRAPS_AROUND static Bits roundedToOdd(const detail::Wide& power, Bits factor) {

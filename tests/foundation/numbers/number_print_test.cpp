@@ -11,7 +11,7 @@
 #include <random>
 #include <string>
 
-#include "foundation/numbers/powers_of_ten.h"
+#include "foundation/numbers/shortest_decimal.h"
 
 namespace {
 
@@ -243,13 +243,15 @@ zn::detail::Wide leadingBitsOfReciprocal(const Number& number) {
 
 TEST(PowersOfTen, EveryRow) {
   using namespace zn::numbers;
-  const auto row = [](int exponent) { return POWERS_OF_TEN_CEILED[exponent - MIN_CEILED_POWER]; };
+  const auto row = [](int exponent) {
+    return DOUBLE_POWERS[static_cast<std::size_t>(exponent - MIN_DOUBLE_POWER)];
+  };
   Number power{1};
-  for (int exponent = 0; exponent <= MAX_CEILED_POWER; ++exponent, multiply(power, 5)) {
+  for (int exponent = 0; exponent <= MAX_DOUBLE_POWER; ++exponent, multiply(power, 5)) {
     const zn::detail::Wide positive = leadingBits(power);
     EXPECT_EQ(row(exponent).high, positive.high) << exponent;
     EXPECT_EQ(row(exponent).low, positive.low) << exponent;
-    if (exponent == 0 || -exponent < MIN_CEILED_POWER) continue;
+    if (exponent == 0 || -exponent < MIN_DOUBLE_POWER) continue;
     const zn::detail::Wide negative = leadingBitsOfReciprocal(power);
     EXPECT_EQ(row(-exponent).high, negative.high) << -exponent;
     EXPECT_EQ(row(-exponent).low, negative.low) << -exponent;
