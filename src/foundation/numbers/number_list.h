@@ -32,15 +32,4 @@ struct NumberRun {
 template <class Number>
 NumberRun readNumberRun(const char* from, const char* end, Number* out, size_t capacity);
 
-extern template NumberRun readNumberRun(const char*, const char*, float*, size_t);
-extern template NumberRun readNumberRun(const char*, const char*, double*, size_t);
-extern template NumberRun readNumberRun(const char*, const char*, signed char*, size_t);
-extern template NumberRun readNumberRun(const char*, const char*, unsigned char*, size_t);
-extern template NumberRun readNumberRun(const char*, const char*, short*, size_t);
-extern template NumberRun readNumberRun(const char*, const char*, unsigned short*, size_t);
-extern template NumberRun readNumberRun(const char*, const char*, int*, size_t);
-extern template NumberRun readNumberRun(const char*, const char*, unsigned int*, size_t);
-extern template NumberRun readNumberRun(const char*, const char*, long long*, size_t);
-extern template NumberRun readNumberRun(const char*, const char*, unsigned long long*, size_t);
-
 }  // namespace zn

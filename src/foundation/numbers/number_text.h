@@ -44,15 +44,4 @@ bool numberFromText(const char* first, const char* last, Number& out) {
   }
 }
 
-extern template bool integerFromText(const char*, const char*, signed char&);
-extern template bool integerFromText(const char*, const char*, unsigned char&);
-extern template bool integerFromText(const char*, const char*, short&);
-extern template bool integerFromText(const char*, const char*, unsigned short&);
-extern template bool integerFromText(const char*, const char*, int&);
-extern template bool integerFromText(const char*, const char*, unsigned int&);
-extern template bool integerFromText(const char*, const char*, long&);
-extern template bool integerFromText(const char*, const char*, unsigned long&);
-extern template bool integerFromText(const char*, const char*, long long&);
-extern template bool integerFromText(const char*, const char*, unsigned long long&);
-
 }  // namespace zn
