@@ -249,12 +249,10 @@ void checkType(const std::string& text, unsigned settings) {
   checkOne<Number>(text);
   const std::size_t capacity = settings % 5 == 0 ? settings % 4 : MAX_NUMBERS;
   checkRun<Number>(zn::numbers::readFieldsPortably<Number>, text, capacity, "portable kernel");
-#if VSA_HAS_SSE41_KERNEL
+#if defined(__x86_64__)
   if (zn::cpuHasSse41()) {
     checkRun<Number>(zn::numbers::readFieldsSse41<Number>, text, capacity, "SSE4.1 kernel");
   }
-#endif
-#if VSA_HAS_AVX2_KERNEL
   if constexpr (zn::numbers::HAS_AVX2_KERNEL<Number>) {
     if (zn::cpuHasAvx2()) {
       checkRun<Number>(zn::numbers::readFieldsAvx2<Number>, text, capacity, "AVX2 kernel");

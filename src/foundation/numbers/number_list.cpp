@@ -91,12 +91,10 @@ namespace {
 
 template <class Number>
 NumberKernel<Number> bestKernel() {
-#if VSA_HAS_AVX2_KERNEL
+#if defined(__x86_64__)
   if constexpr (HAS_AVX2_KERNEL<Number>) {
     if (cpuHasAvx2()) return readFieldsAvx2<Number>;
   }
-#endif
-#if VSA_HAS_SSE41_KERNEL
   if (cpuHasSse41()) return readFieldsSse41<Number>;
 #endif
   return readFieldsPortably<Number>;

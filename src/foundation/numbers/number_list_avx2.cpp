@@ -12,7 +12,7 @@
 // characters are left before `limit`.
 #include "foundation/numbers/number_list_kernels.h"
 
-#if VSA_HAS_AVX2_KERNEL
+#if defined(__x86_64__)
 
 #include <immintrin.h>
 
@@ -300,4 +300,4 @@ template NumberRun readFieldsAvx2(const char*, const char*, unsigned int*, size_
 
 }  // namespace zn::numbers
 
-#endif  // VSA_HAS_AVX2_KERNEL
+#endif  // defined(__x86_64__)

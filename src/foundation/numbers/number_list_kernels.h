@@ -11,14 +11,6 @@
 
 #include "foundation/numbers/number_list.h"
 
-#if defined(__x86_64__)
-#define VSA_HAS_SSE41_KERNEL 1
-#define VSA_HAS_AVX2_KERNEL 1
-#else
-#define VSA_HAS_SSE41_KERNEL 0
-#define VSA_HAS_AVX2_KERNEL 0
-#endif
-
 namespace zn::numbers {
 
 /// The type of a kernel. A kernel converts consecutive plain fields from `at` on. A blank must
@@ -34,13 +26,11 @@ using NumberKernel = NumberRun (*)(const char* at, const char* limit, Number* ou
 template <class Number>
 NumberRun readFieldsPortably(const char* at, const char* limit, Number* out, size_t capacity);
 
-#if VSA_HAS_SSE41_KERNEL
+#if defined(__x86_64__)
 /// The kernel for SSE4.1. It converts sixteen characters per step. Requires cpuHasSse41().
 template <class Number>
 NumberRun readFieldsSse41(const char* at, const char* limit, Number* out, size_t capacity);
-#endif
 
-#if VSA_HAS_AVX2_KERNEL
 /// The types with an AVX2 kernel. Most long lists have one of these types.
 template <class Number>
 inline constexpr bool HAS_AVX2_KERNEL = std::is_same_v<Number, float> ||

@@ -11,7 +11,7 @@
 // portable kernel tries all other fields, which are rare.
 #include "foundation/numbers/number_list_kernels.h"
 
-#if VSA_HAS_SSE41_KERNEL
+#if defined(__x86_64__)
 
 #include <immintrin.h>
 
@@ -256,4 +256,4 @@ template NumberRun readFieldsSse41(const char*, const char*, unsigned long long*
 
 }  // namespace zn::numbers
 
-#endif  // VSA_HAS_SSE41_KERNEL
+#endif  // defined(__x86_64__)

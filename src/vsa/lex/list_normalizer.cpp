@@ -16,7 +16,7 @@
 #include "foundation/base/cpu_features.h"
 #include "foundation/base/prefetch.h"
 
-#if VSA_LIST_NORMALIZER_HAS_VECTORS
+#if defined(__x86_64__)
 #include <immintrin.h>
 #define VSA_SSE42 __attribute__((target("sse4.2,popcnt")))
 #define VSA_SSE42_INLINE __attribute__((target("sse4.2,popcnt"), always_inline)) inline
@@ -53,7 +53,7 @@ NormalizedList normalizeListPortable(const char* from, const char* end, char* to
   return {from, to};
 }
 
-#if VSA_LIST_NORMALIZER_HAS_VECTORS
+#if defined(__x86_64__)
 
 namespace {
 

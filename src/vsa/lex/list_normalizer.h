@@ -4,12 +4,6 @@
 
 #include <cstddef>
 
-#if defined(__x86_64__)
-#define VSA_LIST_NORMALIZER_HAS_VECTORS 1
-#else
-#define VSA_LIST_NORMALIZER_HAS_VECTORS 0
-#endif
-
 namespace zn::korvo_sdk::impl {
 
 /// The positions where the normaliser stopped.
@@ -37,7 +31,7 @@ NormalizedList normalizeList(const char* from, const char* end, char* to);
 
 /// Runs on every processor.
 NormalizedList normalizeListPortable(const char* from, const char* end, char* to);
-#if VSA_LIST_NORMALIZER_HAS_VECTORS
+#if defined(__x86_64__)
 /// Requires cpuHasSse42().
 NormalizedList normalizeListSse42(const char* from, const char* end, char* to);
 /// Requires cpuHasAvx2().

@@ -27,15 +27,13 @@ NumberRun readPortably(const char* from, const char* end, Number* out, size_t ca
                                             capacity);
 }
 
-#if VSA_HAS_SSE41_KERNEL
+#if defined(__x86_64__)
 template <class Number>
 NumberRun readBySse41(const char* from, const char* end, Number* out, size_t capacity) {
   return numbers::readNumberRunWith<Number>(numbers::readFieldsSse41<Number>, from, end, out,
                                             capacity);
 }
-#endif
 
-#if VSA_HAS_AVX2_KERNEL
 template <class Number>
 NumberRun readByAvx2(const char* from, const char* end, Number* out, size_t capacity) {
   return numbers::readNumberRunWith<Number>(numbers::readFieldsAvx2<Number>, from, end, out,
@@ -47,10 +45,8 @@ NumberRun readByAvx2(const char* from, const char* end, Number* out, size_t capa
 template <class Number>
 std::vector<ReadFunction<Number>> runs() {
   std::vector<ReadFunction<Number>> all{readPortably<Number>, readNumberRun<Number>};
-#if VSA_HAS_SSE41_KERNEL
+#if defined(__x86_64__)
   if (cpuHasSse41()) all.push_back(readBySse41<Number>);
-#endif
-#if VSA_HAS_AVX2_KERNEL
   if constexpr (numbers::HAS_AVX2_KERNEL<Number>) {
     if (cpuHasAvx2()) all.push_back(readByAvx2<Number>);
   }

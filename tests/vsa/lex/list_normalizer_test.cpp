@@ -22,7 +22,7 @@ using Normalizer = NormalizedList (*)(const char*, const char*, char*);
 /// Returns all kernels that this processor supports, and normalizeList(), which chooses one.
 std::vector<Normalizer> normalizers() {
   std::vector<Normalizer> all{normalizeListPortable, normalizeList};
-#if VSA_LIST_NORMALIZER_HAS_VECTORS
+#if defined(__x86_64__)
   if (cpuHasSse42()) all.push_back(normalizeListSse42);
   if (cpuHasAvx2()) all.push_back(normalizeListAvx2);
 #endif
