@@ -4,13 +4,13 @@
 #include <vsa/foundation/string.h>
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <new>
+#include <string>
+#include <string_view>
 
 #include <vsa/foundation/string_vector.h>
 #include "foundation/base/white_space.h"
@@ -100,13 +100,11 @@ namespace {
 
 using detail::StringBuffer;
 
-bool equalFolded(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return toLowerCase(x) == toLowerCase(y); });
-}
+// Whether two characters are equal in any letter case.
+constexpr auto EQUAL_FOLDED = [](char x, char y) { return toLowerCase(x) == toLowerCase(y); };
 
 bool equal(std::string_view a, std::string_view b, bool ignoreCase) {
-  return ignoreCase ? equalFolded(a, b) : a == b;
+  return ignoreCase ? std::equal(a.begin(), a.end(), b.begin(), b.end(), EQUAL_FOLDED) : a == b;
 }
 
 }  // namespace
@@ -120,14 +118,11 @@ String::String(char c) : RefersTo(StringBuffer::of(c)) {
 }
 
 String::String(unsigned long long number) {
-  std::array<char, std::numeric_limits<unsigned long long>::digits10 + 1> digits;
-  const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), number);
-  *this = copyOf({digits.data(), static_cast<std::size_t>(written.ptr - digits.data())});
+  *this = copyOf(std::to_string(number));
 }
 
 String String::copyOf(std::string_view text) {
-  if (text.empty()) return String();
-  return filled(StringBuffer::make(text.size()), text, 0);
+  return copyOf(text, 0);  // The hash is not known.
 }
 
 String String::copyOf(std::string_view text, std::uint64_t hash) {
@@ -154,9 +149,8 @@ void String::assign(std::string_view text, std::uint64_t hash) {
 }
 
 String String::adopt(ds::Vector<char>&& chars) {
-  const void* const nul = chars.size == 0 ? nullptr : std::memchr(chars.data, '\0', chars.size);
-  if (nul == nullptr) return adoptWhole(std::move(chars));
-  const auto length = static_cast<std::size_t>(static_cast<const char*>(nul) - chars.data);
+  const std::string_view text(chars.data, chars.size);
+  const std::size_t length = std::min(text.find('\0'), text.size());
   return adoptFirst(std::move(chars), length);
 }
 
@@ -196,10 +190,8 @@ bool String::contains(const String& s, bool ignoreCase) const noexcept {
   if (!ignoreCase) return view().find(s.view()) != std::string_view::npos;
   const std::string_view text = view();
   const std::string_view sought = s.view();
-  return std::search(text.begin(), text.end(), sought.begin(), sought.end(),
-                     [](char x, char y) { return toLowerCase(x) == toLowerCase(y); }) !=
-             text.end() ||
-         sought.empty();
+  return sought.empty() || std::search(text.begin(), text.end(), sought.begin(), sought.end(),
+                                       EQUAL_FOLDED) != text.end();
 }
 
 bool String::startsWith(const String& s, bool ignoreCase) const noexcept {
