@@ -1,4 +1,4 @@
-// Prefetch hints. They have no effect with a compiler that does not support them. Internal.
+// Prefetch hints. Internal.
 #pragma once
 
 #include <cstddef>
@@ -13,19 +13,13 @@ inline void* addressAhead(const void* place, std::size_t ahead) noexcept {
 }
 
 /// Prefetches the memory `ahead` bytes after `place` for reading. The address may be invalid.
-inline void prefetch([[maybe_unused]] const void* place,
-                     [[maybe_unused]] std::size_t ahead = 0) noexcept {
-#if defined(__GNUC__) || defined(__clang__)
+inline void prefetch(const void* place, std::size_t ahead = 0) noexcept {
   __builtin_prefetch(addressAhead(place, ahead));
-#endif
 }
 
 /// Prefetches the memory `ahead` bytes after `place` for writing. The address may be invalid.
-inline void prefetchForWriting([[maybe_unused]] void* place,
-                               [[maybe_unused]] std::size_t ahead = 0) noexcept {
-#if defined(__GNUC__) || defined(__clang__)
+inline void prefetchForWriting(void* place, std::size_t ahead = 0) noexcept {
   __builtin_prefetch(addressAhead(place, ahead), 1);
-#endif
 }
 
 }  // namespace zn::detail

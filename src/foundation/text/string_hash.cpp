@@ -31,10 +31,7 @@ struct Key {
 // Returns the key. It depends on the time of this call and on the address at which the program is
 // loaded, which most systems choose at random. The function is called only once, so it is kept out
 // of the code of its caller. This saves 2 % of the instructions of the benchmark text.
-#if defined(__GNUC__)
-__attribute__((noinline, cold))
-#endif
-Key drawKey() noexcept {
+[[gnu::noinline, gnu::cold]] Key drawKey() noexcept {
   static const char place = 0;
   const auto now =
       static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
