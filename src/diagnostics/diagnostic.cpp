@@ -2,6 +2,7 @@
 #include <vsa/diagnostics/diagnostic.h>
 
 #include <cstdarg>
+#include <utility>
 
 #include "diagnostics/emitter.h"
 #include "diagnostics/reading_sinks.h"
@@ -51,8 +52,8 @@ String Diagnostic::logLine() const {
   return diagnostic_detail::positionedLine(kind(), line, column, text);
 }
 
-ScopedDiagnosticSink::ScopedDiagnosticSink(DiagnosticSink* sink) noexcept : previous_(threadSink) {
-  threadSink = sink;
+ScopedDiagnosticSink::ScopedDiagnosticSink(DiagnosticSink* sink) noexcept
+    : previous_(std::exchange(threadSink, sink)) {
 }
 
 ScopedDiagnosticSink::~ScopedDiagnosticSink() {
@@ -68,11 +69,9 @@ DiagnosticError::~DiagnosticError() = default;
 ScopedReadingSinks::ScopedReadingSinks(RecordSink& records, LogSink& lines) noexcept
     : records_(records),
       lines_(lines),
-      outer_(reading),
-      previousRecords_(threadSink),
+      outer_(std::exchange(reading, this)),
+      previousRecords_(std::exchange(threadSink, &records)),
       previousLines_(setThreadLogSink(&lines)) {
-  threadSink = &records;
-  reading = this;
 }
 
 ScopedReadingSinks::~ScopedReadingSinks() {

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include "foundation/base/argument_list.h"
 #include "foundation/io/log_write.h"
@@ -50,9 +51,7 @@ LogSink* setLogSink(LogSink* sink) noexcept {
 }
 
 LogSink* setThreadLogSink(LogSink* sink) noexcept {
-  LogSink* const before = threadSink;
-  threadSink = sink;
-  return before;
+  return std::exchange(threadSink, sink);
 }
 
 void logWarning(const char* fmt, ...) {
