@@ -12,7 +12,6 @@
 #include <charconv>
 #include <concepts>
 #include <cstddef>
-#include <cstdint>
 
 namespace zn::numbers {
 

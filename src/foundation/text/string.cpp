@@ -4,7 +4,6 @@
 #include <vsa/foundation/string.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <limits>

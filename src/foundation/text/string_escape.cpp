@@ -2,7 +2,6 @@
 // UTF-16 code unit, as in JSON (RFC 8259). Its character is written in UTF-8.
 #include <array>
 #include <cstddef>
-#include <cstdint>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
