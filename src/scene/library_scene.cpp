@@ -6,17 +6,23 @@ namespace zn::korvo_sdk {
 
 namespace {
 
-std::atomic<LibrarySceneOf> librarySceneOf{nullptr};
+// Null until the first scene of the library is created.
+std::atomic<const LibraryFunctions*> libraryFunctions{nullptr};
 
 }  // namespace
 
-void setLibraryScene(LibrarySceneOf function) noexcept {
-  librarySceneOf.store(function, std::memory_order_relaxed);
+void setLibraryFunctions(const LibraryFunctions& functions) noexcept {
+  libraryFunctions.store(&functions, std::memory_order_relaxed);
 }
 
 LibraryScene* libraryScene(interfaces::IScene& scene) noexcept {
-  const LibrarySceneOf function = librarySceneOf.load(std::memory_order_relaxed);
-  return function == nullptr ? nullptr : function(scene);
+  const LibraryFunctions* const functions = libraryFunctions.load(std::memory_order_relaxed);
+  return functions == nullptr ? nullptr : functions->libraryScene(scene);
+}
+
+std::uint64_t typedPrefixOf(interfaces::IInput& array) noexcept {
+  const LibraryFunctions* const functions = libraryFunctions.load(std::memory_order_relaxed);
+  return functions == nullptr ? 0 : functions->typedPrefixOf(array);
 }
 
 }  // namespace zn::korvo_sdk

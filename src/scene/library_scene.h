@@ -2,9 +2,13 @@
 // Internal.
 //
 // The reader calls a scene through its interface and does not depend on the library's own scene.
-// That scene therefore registers a function here, by which the reader recognises it. The reader
-// then uses the functions below to create an input without a second search and to prefetch memory.
-// It also relies on the fact that the library's own scene never renames a node.
+// That scene therefore registers functions here, by which the reader recognises the scene and its
+// inputs. The reader then uses LibraryScene to create an input without a second search and to
+// prefetch memory. It also relies on the fact that the library's own scene never renames a node.
+//
+// The reader sets the type of the untyped elements of arrays of buffers and arrays of arrays. An
+// array may contain elements of earlier texts, and the reader does not know which of these have a
+// type. The library's own scene stores for each array how many of its leading elements have a type.
 #pragma once
 
 #include <cstdint>
@@ -35,13 +39,21 @@ class LibraryScene {
   ~LibraryScene() = default;
 };
 
-/// The type of a function that returns the LibraryScene of a scene of the library, and null for a
-/// host's scene.
-using LibrarySceneOf = LibraryScene* (*)(interfaces::IScene& scene) noexcept;
+/// The implementations of `libraryScene` and `typedPrefixOf`.
+struct LibraryFunctions {
+  LibraryScene* (*libraryScene)(interfaces::IScene& scene) noexcept;
+  std::uint64_t (*typedPrefixOf)(interfaces::IInput& array) noexcept;
+};
 
-/// Sets the function that `libraryScene` calls. Every scene of the library sets the same function.
-void setLibraryScene(LibrarySceneOf function) noexcept;
-/// Returns the result of that function. Returns null if no scene of the library has been created.
+/// Sets the functions that the next two functions call. Every scene of the library sets the same
+/// functions. `functions` must exist until the process ends.
+void setLibraryFunctions(const LibraryFunctions& functions) noexcept;
+/// Returns the LibraryScene of a scene of the library. Returns null for a host's scene.
 LibraryScene* libraryScene(interfaces::IScene& scene) noexcept;
+/// Returns the number of typed elements at the start of `array`. The reader need not set the type
+/// of a typed element: it is not Null, and if it has the element type of `array`, it is not a
+/// buffer or an array without an element type of its own. Returns 0 if `array` is an input of a
+/// host's class.
+std::uint64_t typedPrefixOf(interfaces::IInput& array) noexcept;
 
 }  // namespace zn::korvo_sdk

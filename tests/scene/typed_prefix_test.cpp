@@ -1,7 +1,7 @@
 // Tests of the typed prefix of an array: the number of leading elements that have a type. The scene
 // stores it, so that many short texts that append to an array do not check all its elements again.
 // If an element loses its type, the next text gives it a type again.
-#include "scene/typed_prefix.h"
+#include "scene/library_scene.h"
 
 #include <gtest/gtest.h>
 

@@ -2,21 +2,24 @@
 
 #include <algorithm>
 
+#include "scene/library_scene.h"
 #include "scene/model/input_impl.h"
 #include "scene/model/scene_storage.h"
-#include "scene/typed_prefix.h"
 
 namespace zn::korvo_sdk {
 
 Scene::Scene() : storage_(std::make_unique<SceneStorage>(this)) {
-  setLibraryScene([](interfaces::IScene& scene) noexcept -> LibraryScene* {
-    auto* const own = dynamic_cast<Scene*>(&scene);
-    return own == nullptr ? nullptr : &own->storage_->nodes;
-  });
-  setTypedPrefix([](interfaces::IInput& array) noexcept -> std::uint64_t {
-    auto* const own = dynamic_cast<InputImpl*>(&array);
-    return own == nullptr ? 0 : own->typedPrefix();
-  });
+  static constexpr LibraryFunctions FUNCTIONS{
+      [](interfaces::IScene& scene) noexcept -> LibraryScene* {
+        auto* const own = dynamic_cast<Scene*>(&scene);
+        return own == nullptr ? nullptr : &own->storage_->nodes;
+      },
+      [](interfaces::IInput& array) noexcept -> std::uint64_t {
+        auto* const own = dynamic_cast<InputImpl*>(&array);
+        return own == nullptr ? 0 : own->typedPrefix();
+      },
+  };
+  setLibraryFunctions(FUNCTIONS);
 }
 
 Scene::~Scene() = default;

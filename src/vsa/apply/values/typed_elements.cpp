@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "scene/typed_prefix.h"
+#include "scene/library_scene.h"
 
 namespace zn::korvo_sdk::impl {
 
