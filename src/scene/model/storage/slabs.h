@@ -71,36 +71,24 @@ class Slabs {
   static constexpr std::uint64_t MAX_SLABS = 16;
 
   void addSlab() {
-    // Adds the pointer before the slab is allocated. Otherwise an exception of push_back would leak
-    // the slab.
-    slabs_.push_back(nullptr);
-    try {
-      if (spareSlabs_ == 0) addRegion();
-    } catch (...) {
-      --slabs_.size;
-      throw;
-    }
-    std::byte* const slab = regions_[regions_.size - 1] + --spareSlabs_ * SLAB_BYTES;
+    if (spareSlabs_ == 0) addRegion();
+    std::byte* const slab = regions_[regions_.size - 1] + (spareSlabs_ - 1) * SLAB_BYTES;
     new (slab) Owner*(owner_);
-    slabs_[slabs_.size - 1] = slab;
+    // If push_back throws, the slab stays unused.
+    slabs_.push_back(slab);
+    --spareSlabs_;
     next_ = reinterpret_cast<T*>(slab + HEADER_BYTES);
     freeCount_ = MAX_OBJECTS;
   }
 
   // Allocates a region: the memory of one or more slabs. A region contains as many slabs as already
-  // exist, but at least one and at most MAX_SLABS. `slabs_` already contains the pointer of the
-  // slab to add, which is not counted. A separate allocation of each slab could waste the size of a
-  // slab for its alignment.
+  // exist, but at least one and at most MAX_SLABS. A separate allocation of each slab could waste
+  // the size of a slab for its alignment.
   void addRegion() {
-    const std::uint64_t count = std::clamp<std::uint64_t>(slabs_.size - 1, 1, MAX_SLABS);
-    regions_.push_back(nullptr);
-    try {
-      regions_[regions_.size - 1] =
-          static_cast<std::byte*>(::operator new(count* SLAB_BYTES, ALIGNMENT));
-    } catch (...) {
-      --regions_.size;
-      throw;
-    }
+    const std::uint64_t count = std::clamp<std::uint64_t>(slabs_.size, 1, MAX_SLABS);
+    // Reserves memory for the pointer first, so that push_back cannot throw and leak the region.
+    regions_.reserveAdditional(1);
+    regions_.push_back(static_cast<std::byte*>(::operator new(count* SLAB_BYTES, ALIGNMENT)));
     spareSlabs_ = count;
   }
 

@@ -9,16 +9,10 @@ SmallBlockPool::~SmallBlockPool() {
 // Allocates a chunk for the next blocks. The rest of the previous chunk, which is less than
 // MAX_BYTES, stays unused.
 void SmallBlockPool::addChunk() {
-  // Adds the pointer before the chunk is allocated. Otherwise an exception of push_back would leak
-  // the chunk.
-  chunks_.push_back(nullptr);
-  try {
-    chunks_[chunks_.size - 1] = ::operator new(CHUNK_BYTES);
-  } catch (...) {
-    --chunks_.size;
-    throw;
-  }
-  next_ = static_cast<std::byte*>(chunks_[chunks_.size - 1]);
+  // Reserves memory for the pointer first, so that push_back cannot throw and leak the chunk.
+  chunks_.reserveAdditional(1);
+  next_ = static_cast<std::byte*>(::operator new(CHUNK_BYTES));
+  chunks_.push_back(next_);
   end_ = next_ + CHUNK_BYTES;
 }
 
