@@ -24,10 +24,10 @@ void InputImpl::set(const AttrData& structure) {
     become(AttrType::Array);
     setElementType(static_cast<AttrType>(structure.elementType));
   } else if (structure.type == AttrType::Buffer) {
-    BufferValue empty{};
-    empty.type = static_cast<DataType>(structure.elementType);
     become(AttrType::Buffer);
-    if (typeOf() == AttrType::Buffer) setBuffer(empty);
+    if (typeOf() == AttrType::Buffer) {
+      setBuffer({nullptr, 0, 0, static_cast<DataType>(structure.elementType), 0});
+    }
   } else if (structure.type == AttrType::Object) {
     become(AttrType::Object);
   }

@@ -105,12 +105,7 @@ InputImpl* NodeImpl::add(const String& name, AttrType type, std::int32_t element
   SceneStorage& scene = storage();
   if (scene.limits.depth == 0) scene.limits.throwTooDeep(this->name() + "." + name);
   InputImpl* const made = &scene.inputs.make(this, name, type);
-  if (elementType != 0) {
-    AttrData structure;
-    structure.type = type;
-    structure.elementType = elementType;
-    made->set(structure);
-  }
+  if (elementType != 0) made->set({.type = type, .elementType = elementType});
   inputs_.append(made, scene.pool);
   return made;
 }
