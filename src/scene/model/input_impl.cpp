@@ -17,28 +17,20 @@ namespace zn::korvo_sdk {
 
 InputImpl::InputImpl(NodeImpl* node, const String& name, AttrType type)
     : name_(name),
-      value_{.integer = 0},
       nameTag_(static_cast<std::uint32_t>(name_.hash())),
       level_(1),
       type_(static_cast<std::uint8_t>(type)),
-      isNodeInput_(true),
-      isElement_(false),
-      isUnused_(false),
-      isLongString_(false),
-      isRemoved_(false) {
+      isNodeInput_(true) {
   parent_.node = node;
 }
 
 InputImpl::InputImpl(InputImpl* parent, const String& name, std::uint32_t index, AttrType type)
     : name_(name),
-      value_{.integer = 0},
       level_(static_cast<std::uint16_t>(parent->level_ + 1)),
       type_(static_cast<std::uint8_t>(type)),
       isNodeInput_(false),
       isElement_(parent->typeOf() == AttrType::Array),
-      isUnused_(isElement_),
-      isLongString_(false),
-      isRemoved_(false) {
+      isUnused_(isElement_) {
   parent_.input = parent;
   if (isElement_) {
     index_ = index;

@@ -132,7 +132,7 @@ class InputImpl final : public Input {
   // The name of the input. An element has no name.
   String name_;
   OutputImpl* connection_ = nullptr;
-  Value value_;
+  Value value_{.integer = 0};
   union {
     // The index of an element.
     std::uint32_t index_;
@@ -144,11 +144,11 @@ class InputImpl final : public Input {
   // The type of the input, an AttrType.
   std::uint8_t type_;
   bool isNodeInput_ : 1;
-  bool isElement_ : 1;
+  bool isElement_ : 1 = false;
   // The input is an element that counts as empty.
-  bool isUnused_ : 1;
-  bool isLongString_ : 1;
-  bool isRemoved_ : 1;
+  bool isUnused_ : 1 = false;
+  bool isLongString_ : 1 = false;
+  bool isRemoved_ : 1 = false;
 };
 
 #if defined(__LP64__)
