@@ -76,26 +76,25 @@ constexpr Row ROWS[DATA_TYPE_COUNT] = {
     {"ColorRef", DataType::Byte, 4},
 };
 
-const Row* rowOf(DataType type) {
+constexpr Row UNKNOWN{"<unknown>", DataType::Null, 0, false};
+
+const Row& rowOf(DataType type) {
   const auto i = static_cast<std::uint32_t>(type);
-  return i < DATA_TYPE_COUNT ? &ROWS[i] : nullptr;
+  return i < DATA_TYPE_COUNT ? ROWS[i] : UNKNOWN;
 }
 
 }  // namespace
 
 const char* dataTypeName(DataType type) noexcept {
-  const Row* const row = rowOf(type);
-  return row == nullptr ? "<unknown>" : row->name;
+  return rowOf(type).name;
 }
 
 DataType componentType(DataType type) noexcept {
-  const Row* const row = rowOf(type);
-  return row == nullptr ? DataType::Null : row->component;
+  return rowOf(type).component;
 }
 
 unsigned componentCount(DataType type) noexcept {
-  const Row* const row = rowOf(type);
-  return row == nullptr ? 0 : row->components;
+  return rowOf(type).components;
 }
 
 std::size_t componentBytes(DataType type) noexcept {
@@ -111,8 +110,7 @@ std::size_t elementBytes(DataType type) noexcept {
 }
 
 bool isBufferElement(DataType type) noexcept {
-  const Row* const row = rowOf(type);
-  return row != nullptr && row->isBufferElement;
+  return rowOf(type).isBufferElement;
 }
 
 }  // namespace zn::korvo_sdk
