@@ -6,10 +6,6 @@
 
 namespace zn::korvo_sdk {
 
-bool anyNodeTypes() noexcept {
-  return hasDeclaredTypes();
-}
-
 String updateInputName(const String& nodeType, const String& name) {
   const std::shared_ptr<const DeclaredType> type = declaredType(nodeType.view());
   const std::string* const current = type == nullptr ? nullptr : type->currentInput(name.view());

@@ -7,6 +7,8 @@
 #include <shared_mutex>
 #include <utility>
 
+#include <vsa/scene/name_update.h>
+
 namespace zn::korvo_sdk {
 
 namespace {
@@ -79,10 +81,10 @@ const std::string* DeclaredType::currentOutput(std::string_view former) const {
 }
 
 TypePointer declaredType(std::string_view name) {
-  return hasDeclaredTypes() ? table().find(name) : nullptr;
+  return anyNodeTypes() ? table().find(name) : nullptr;
 }
 
-bool hasDeclaredTypes() noexcept {
+bool anyNodeTypes() noexcept {
   return !isTableEmpty.load(std::memory_order_acquire);
 }
 
@@ -91,7 +93,7 @@ void registerNodeType(const NodeType& type) {
 }
 
 void unregisterNodeType(const std::string& name) {
-  if (hasDeclaredTypes()) table().remove(name);
+  if (anyNodeTypes()) table().remove(name);
 }
 
 }  // namespace zn::korvo_sdk

@@ -63,7 +63,4 @@ class DeclaredType {
 /// thread.
 std::shared_ptr<const DeclaredType> declaredType(std::string_view name);
 
-/// Whether any type is declared. May be called from any thread.
-bool hasDeclaredTypes() noexcept;
-
 }  // namespace zn::korvo_sdk

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include <vsa/model/scene.h>
+#include <vsa/scene/name_update.h>
 #include "scene/model/node_impl.h"
 #include "scene/model/scene_storage.h"
 
@@ -53,7 +54,7 @@ void Node::removeInput(Input* input) noexcept {
 
 NodeImpl::NodeImpl(const String& type, const String& name, std::uint64_t position)
     : type_(type), name_(name), firstOutput_(position) {
-  if (!hasDeclaredTypes()) return;
+  if (!anyNodeTypes()) return;
   std::shared_ptr<const DeclaredType> declaration = declaredType(type_.view());
   if (declaration != nullptr) coldMembers().declaration = std::move(declaration);
 }

@@ -2,6 +2,7 @@
 
 #include <charconv>
 
+#include <vsa/scene/name_update.h>
 #include <vsa/text_rules.h>
 #include "write/walk/reasons.h"
 
@@ -16,7 +17,7 @@ using zn::korvo_sdk::Output;
 namespace {
 
 std::shared_ptr<const DeclaredType> declaredTypeOf(const Node& node) {
-  if (!zn::korvo_sdk::hasDeclaredTypes()) return nullptr;
+  if (!zn::korvo_sdk::anyNodeTypes()) return nullptr;
   return zn::korvo_sdk::declaredType(node.typeView());
 }
 
