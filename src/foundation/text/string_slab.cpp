@@ -43,14 +43,10 @@ void StringSlabs::addSlab(std::uint32_t wanted) {
   const std::uint32_t bytes =
       std::clamp(std::max(2 * size_, wanted), MIN_SLAB_BYTES, MAX_SLAB_BYTES);
   detail::StringSlab* const made = detail::StringSlab::make(bytes);
-  finish();
+  if (slab_ != nullptr) slab_->release();
   slab_ = made;
   size_ = bytes;
   used_ = HEADER_BYTES;
-}
-
-void StringSlabs::finish() noexcept {
-  if (slab_ != nullptr) slab_->release();
 }
 
 }  // namespace zn

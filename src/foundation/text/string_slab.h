@@ -48,7 +48,9 @@ class StringSlabs {
   StringSlabs() = default;
   StringSlabs(const StringSlabs&) = delete;
   StringSlabs& operator=(const StringSlabs&) = delete;
-  ~StringSlabs() { finish(); }
+  ~StringSlabs() {
+    if (slab_ != nullptr) slab_->release();
+  }
 
   /// Returns a copy of `text`. `hash` is `String::hashOf(text)`, or 0 if the hash is not known.
   /// Throws std::bad_alloc.
@@ -65,7 +67,6 @@ class StringSlabs {
   static constexpr std::uint32_t MAX_BUFFER_BYTES = MAX_SLAB_BYTES / 16;
 
   void addSlab(std::uint32_t wanted);
-  void finish() noexcept;
 
   detail::StringSlab* slab_ = nullptr;  // The current slab.
   // The number of bytes used in the current slab, including its header.
