@@ -11,32 +11,19 @@ namespace {
 // Each group contains the types that have the same conversions.
 enum Group { BOOL, INTEGER, REAL, TWO, THREE, FOUR, MAT3, MAT4, OTHER, GROUP_COUNT };
 
+// The group of each AttrType, in the order of its enumerators.
+constexpr Group GROUPS[ATTR_TYPE_COUNT] = {
+    OTHER, BOOL,  INTEGER, INTEGER, REAL,   // Null, Bool, Int, UInt, Real
+    TWO,   THREE, FOUR,                     // Vec2, Vec3, Vec4
+    TWO,   THREE, FOUR,    FOUR,            // Pos2, Pos3, Quat, Rgba
+    MAT3,  MAT4,                            // Mat3, Mat4
+    OTHER, OTHER, OTHER,   OTHER,   OTHER,  // String, Node, Buffer, Array, Object
+};
+
+// A host's input may return a number that is not an AttrType.
 Group groupOf(AttrType type) noexcept {
-  switch (type) {
-    case AttrType::Bool:
-      return BOOL;
-    case AttrType::Int:
-    case AttrType::UInt:
-      return INTEGER;
-    case AttrType::Real:
-      return REAL;
-    case AttrType::Vec2:
-    case AttrType::Pos2:
-      return TWO;
-    case AttrType::Vec3:
-    case AttrType::Pos3:
-      return THREE;
-    case AttrType::Vec4:
-    case AttrType::Quat:
-    case AttrType::Rgba:
-      return FOUR;
-    case AttrType::Mat3:
-      return MAT3;
-    case AttrType::Mat4:
-      return MAT4;
-    default:
-      return OTHER;
-  }
+  const auto i = static_cast<std::uint32_t>(type);
+  return i < ATTR_TYPE_COUNT ? GROUPS[i] : OTHER;
 }
 
 constexpr Conversion S = Conversion::Silent;
