@@ -1,7 +1,6 @@
 // SceneCheck, NodeWriter and LinkWriter: check and write the statements of a scene. Internal.
 #pragma once
 
-#include <cstdint>
 #include <string_view>
 
 #include <vsa/write.h>

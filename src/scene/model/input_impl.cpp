@@ -4,7 +4,6 @@
 
 #include <memory>
 #include <string>
-#include <utility>
 
 #include "diagnostics/emitter.h"
 #include "diagnostics/reading_sinks.h"

@@ -2,8 +2,6 @@
 // SceneStorage from their own addresses (see Slabs). Internal.
 #pragma once
 
-#include <cstdint>
-
 #include <vsa/foundation/string.h>
 #include <vsa/foundation/vector.h>
 #include "scene/model/input_impl.h"

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <string>
 
 #include "foundation/base/hex_digits.h"
 #include "foundation/compression/deflate.h"

@@ -1,5 +1,7 @@
 #include "write/walk/node_order.h"
 
+#include <algorithm>
+
 namespace vsa::impl {
 
 using zn::korvo_sdk::Node;

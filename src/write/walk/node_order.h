@@ -2,7 +2,6 @@
 // limited amount of memory (see nextByName). Internal.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <vector>
 

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <bit>
 #include <cstddef>
-#include <cstdint>
 #include <new>
 
 #include <vsa/foundation/api.h>
