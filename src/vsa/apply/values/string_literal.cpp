@@ -80,6 +80,7 @@ char* copyOfLong(std::string_view text, ReadSession* session) {
 
 char* copyOfStringValue(std::string_view literal, bool hasBackslash, ReadSession* session) {
   const std::string_view text = withoutQuotes(literal);
+  // Saves 11 % of the time of the benchmark short and 4 % of nodes 100k.
   if (!hasBackslash) return copyOfPlain(text);
   return text.size() <= MAX_STACK_BYTES ? copyOfShort(text) : copyOfLong(text, session);
 }
