@@ -162,8 +162,8 @@ class VsaParser {
   void assignInLibrary(const SimpleStatement& statement, INode& node);
   void setLink(const SimpleStatement& statement, IInput& input);
   bool convert(const SimpleStatement& statement, AttrData& data);
-  bool convert(Token::Type type, std::string_view text, std::string_view list, bool hasBackslash,
-               bool hasWindow, AttrData& data);
+  inline bool convert(Token::Type type, std::string_view text, std::string_view list,
+                      bool hasBackslash, bool hasWindow, AttrData& data);
 
   void recordComment(const String& comment);
   void declareNode(const String& type, const String& name, bool isWith);

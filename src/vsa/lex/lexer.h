@@ -97,7 +97,9 @@ class Lexer {
   // The sources and the StatementScanner read and change the window.
 
   /// The window: the buffered bytes from `windowBegin` to `windowEnd`. The first byte is the
-  /// lookahead. The window is empty if both pointers are equal.
+  /// lookahead. The window is empty if both pointers are equal. A source calls
+  /// `progress.beginBlock` before it replaces the window. StatementScanner relies on this when it
+  /// goes back in the window.
   const char* windowBegin = nullptr;
   const char* windowEnd = nullptr;
   /// The blocks and the end of the source. The sources call `beginBlock`, `forgetOffset` and `end`.

@@ -7,8 +7,9 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Counts the tokens of the current block, and how often the 32-bit index of the lexer has wrapped
-/// around, so that offsets have 64 bits. A source that does not read in blocks is one block.
+/// Counts the tokens that are read one by one in the current block, and how often the 32-bit index
+/// of the lexer has wrapped around, so that offsets have 64 bits. A source that does not read in
+/// blocks is one block.
 class SourceProgress {
  public:
   /// Begins a block at an index. Called before the block is read. A block must contain fewer than
@@ -40,7 +41,8 @@ class SourceProgress {
   }
 
  private:
-  std::uint32_t blockBegin_ = 0;  // the index at the beginning of the current block
+  // The index when the current block was read. The block begins there or one byte later.
+  std::uint32_t blockBegin_ = 0;
   std::uint32_t tokensInBlock_ = 0;
   std::uint32_t wraps_ = 0;  // of the index, before the current block
   bool isOffsetUnknown_ = false;

@@ -2,11 +2,10 @@
 //
 // Most statements are short and have one of a few forms. The scanner creates no tokens for these
 // statements, which saves 63 % of the time of the benchmark nodes 100k and 53 % of links 100k. It
-// finds their names and values in the window and interns most names. It recognises a
-// statement only if the whole statement and the three tokens after it are buffered, and if these
-// tokens are words, single characters or comments. Otherwise the lexer stays at its position, and
-// the parser reads the statement token by token. All messages about malformed text therefore come
-// from the parser.
+// finds their names and values in the window and interns most names. It recognises a statement only
+// if the whole statement and the three tokens after it are buffered, and if these tokens are words,
+// single characters or comments. Otherwise the lexer stays at its position, and the parser reads
+// the statement token by token. All messages about malformed text therefore come from the parser.
 //
 // When the scene is called, the source is at the same position as if the parser had read the
 // statement: at the end of the third token after the statement.

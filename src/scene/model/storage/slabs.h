@@ -74,7 +74,7 @@ class Slabs {
     if (spareSlabs_ == 0) addRegion();
     std::byte* const slab = regions_[regions_.size - 1] + (spareSlabs_ - 1) * SLAB_BYTES;
     new (slab) Owner*(owner_);
-    // If push_back throws, the slab stays unused.
+    // If push_back throws, the slab stays spare, and the next call uses it.
     slabs_.push_back(slab);
     --spareSlabs_;
     next_ = reinterpret_cast<T*>(slab + HEADER_BYTES);

