@@ -161,9 +161,7 @@ class VsaParser {
   void assign(const SimpleStatement& statement);
   void assignInLibrary(const SimpleStatement& statement, INode& node);
   void setLink(const SimpleStatement& statement, IInput& input);
-  bool convert(const SimpleStatement& statement, AttrData& data);
-  inline bool convert(Token::Type type, std::string_view text, std::string_view list,
-                      bool hasBackslash, bool hasWindow, AttrData& data);
+  bool convert(const Literal& literal, AttrData& data);
 
   void recordComment(const String& comment);
   void declareNode(const String& type, const String& name, bool isWith);

@@ -38,7 +38,7 @@ void VsaParser::parseSimpleStatements() {
 // convert. The parser then reads the statement from tokens and reports the value.
 bool VsaParser::convertValue(const SimpleStatement& statement) {
   assignment_.clearValue();
-  return statement.kind != Kind::Value || convert(statement, assignment_.data);
+  return statement.kind != Kind::Value || convert(statement.literal, assignment_.data);
 }
 
 void VsaParser::execute(const SimpleStatement& statement) {
@@ -60,7 +60,7 @@ void VsaParser::assign(const SimpleStatement& statement) {
   PathResolver target(node, path, assignment_.data.type, emitter(), session);
   IInput* const input = resolve(target, path);
   if (statement.kind != Kind::Value) return setLink(statement, *input);
-  setValue(statement.value, *input);
+  setValue(statement.literal.text, *input);
 }
 
 // Executes an assignment in the library's scene if no node type is declared. Searches for the input
@@ -74,7 +74,7 @@ void VsaParser::assignInLibrary(const SimpleStatement& statement, INode& node) {
   IInput* const existing = library_->findInput(node, name);
   IInput& input = existing != nullptr ? *existing : *addInLibrary(node, name, path);
   if (statement.kind != Kind::Value) return setLink(statement, input);
-  if (existing != nullptr) return setValue(statement.value, input);
+  if (existing != nullptr) return setValue(statement.literal.text, input);
   if (session != nullptr) session->transferValue(input, assignment_.data);
   input.assign(assignment_.data);
   unassigned_.end(true);

@@ -78,7 +78,7 @@ bool VsaParser::scalar(AssignInfo& info) {
   if (type == Type::Id) return tuple(info);
   if (!isScalar(type)) return false;
   advanceInto(info.valueToken);
-  return convert(type, info.valueToken.text.view(), {}, true, false, info.data);
+  return convert({.type = type, .text = info.valueToken.text.view(), .list = {}}, info.data);
 }
 
 // keyword "(" numbers ")"
@@ -111,31 +111,21 @@ void VsaParser::hold(void* memory, std::uint64_t bytes) {
   }
 }
 
-// Stores the value of a simple statement. Returns false if it does not convert.
-bool VsaParser::convert(const SimpleStatement& statement, AttrData& data) {
-  const bool hasWindow = statement.bytesAfter >= numbers::FIELD_WINDOW;
-  return convert(statement.valueType, statement.value, statement.list, statement.hasBackslash,
-                 hasWindow, data);
-}
-
-// Stores the value of a literal. Its first token has the type and the text. `list` is the list of a
-// tuple without its parentheses. `hasWindow` states whether FIELD_WINDOW bytes after the text or
-// the list are readable. Returns false if the literal does not convert. Inline, because a call
-// takes 1 % of the instructions of the benchmark nodes.
-inline bool VsaParser::convert(Type type, std::string_view text, std::string_view list,
-                               bool hasBackslash, bool hasWindow, AttrData& data) {
-  switch (type) {
+// Stores the value of a literal. Returns false if it does not convert.
+bool VsaParser::convert(const Literal& literal, AttrData& data) {
+  const bool hasWindow = literal.bytesAfter >= numbers::FIELD_WINDOW;
+  switch (literal.type) {
     case Type::Int:
-      return convertInteger(text, hasWindow, data);
+      return convertInteger(literal.text, hasWindow, data);
     case Type::Real:
-      return convertReal(text, hasWindow, data);
+      return convertReal(literal.text, hasWindow, data);
     case Type::Str:
       data.type = AttrType::String;
-      data.payload.string = makeString(text, hasBackslash);
+      data.payload.string = makeString(literal.text, literal.hasBackslash);
       return true;
     case Type::Id: {
-      const AttrType tuple = tupleTypeOf(text);
-      return tuple != AttrType::Null && convertTuple(tuple, list, hasWindow, data);
+      const AttrType tuple = tupleTypeOf(literal.text);
+      return tuple != AttrType::Null && convertTuple(tuple, literal.list, hasWindow, data);
     }
     case Type::Braces:
       data.type = AttrType::Object;
@@ -145,7 +135,7 @@ inline bool VsaParser::convert(Type type, std::string_view text, std::string_vie
       return true;
     default:
       data.type = AttrType::Bool;
-      data.payload.boolean = type == Type::True;
+      data.payload.boolean = literal.type == Type::True;
       return true;
   }
 }

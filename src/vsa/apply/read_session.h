@@ -122,7 +122,7 @@ class ReadSession {
   /// scene: if the value is longer than the remaining memory, or if the depth is limited. The
   /// parser then reads the statement from tokens.
   bool beginSimple(const SimpleStatement& statement, std::int32_t line, std::int32_t column) {
-    if (statement.value.size() > remaining_ || limits.depth != Limits::NONE) return false;
+    if (statement.literal.text.size() > remaining_ || limits.depth != Limits::NONE) return false;
     simple_ = &statement;
     countStatement(line, column);
     return true;

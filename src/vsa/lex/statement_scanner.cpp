@@ -50,7 +50,7 @@ bool StatementScanner::scan(SimpleStatement& out) {
   if (!hasNext_) return false;
   out.end = statement(out);
   if (out.end == nullptr) return false;
-  out.bytesAfter = static_cast<std::size_t>(last_ - out.end);
+  out.literal.bytesAfter = static_cast<std::size_t>(last_ - out.end);
   out.line = line_;
   out.column = columnIn(lineBegin_, out.end);
   hasNext_ = readNext(out.end);
@@ -234,22 +234,22 @@ const char* StatementScanner::value(const char* at, SimpleStatement& out) {
   at = skipWhite(at);
   if (at == nullptr) return nullptr;
   const char* end = nullptr;
-  out.valueType = firstOf(*at);
-  if (out.valueType == Type::Int) {
+  out.literal.type = firstOf(*at);
+  if (out.literal.type == Type::Int) {
     const NumberEnd number = endOfNumber(at + 1, last_);
     end = number.at != last_ ? number.at : nullptr;
-    if (number.isReal) out.valueType = Type::Real;
-  } else if (out.valueType == Type::Str) {
+    if (number.isReal) out.literal.type = Type::Real;
+  } else if (out.literal.type == Type::Str) {
     const StringEnd string = endOfString(at, last_);
     end = string.at != last_ ? string.at : nullptr;
-    out.hasBackslash = string.hasBackslash;
+    out.literal.hasBackslash = string.hasBackslash;
     pass(string.feeds);
-  } else if (out.valueType == Type::Id) {
+  } else if (out.literal.type == Type::Id) {
     return word(at, out);
   }
   if (end == nullptr) return nullptr;
   out.kind = Kind::Value;
-  out.value = between(at, end);
+  out.literal.text = between(at, end);
   return end;
 }
 
@@ -262,17 +262,17 @@ const char* StatementScanner::word(const char* at, SimpleStatement& out) {
     const char* const listEnd = detail::endOfShortList(end, last_, ')');
     if (listEnd == nullptr) return nullptr;
     out.kind = Kind::Value;
-    out.value = word;
-    out.list = between(end + 1, listEnd - 1);
+    out.literal.text = word;
+    out.literal.list = between(end + 1, listEnd - 1);
     return listEnd;
   }
-  out.valueType = typeOfWord(word);
-  if (out.valueType == Type::True || out.valueType == Type::False) {
+  out.literal.type = typeOfWord(word);
+  if (out.literal.type == Type::True || out.literal.type == Type::False) {
     out.kind = Kind::Value;
-    out.value = out.valueType == Type::True ? "true" : "false";
+    out.literal.text = out.literal.type == Type::True ? "true" : "false";
   } else {
     out.kind = Kind::Reference;
-    out.source = out.valueType == Type::Null ? std::string_view() : word;
+    out.source = out.literal.type == Type::Null ? std::string_view() : word;
   }
   return end;
 }

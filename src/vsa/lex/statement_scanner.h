@@ -15,6 +15,7 @@
 // comparison in `name` save 10 % of the instructions of the benchmark nodes 100k.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -24,6 +25,18 @@
 #include "vsa/lex/token.h"
 
 namespace zn::korvo_sdk::impl {
+
+/// A scalar literal. Its views point into the text or, for `true` and `false`, to constants.
+struct Literal {
+  Token::Type type = Token::Type::Eof;  ///< The type of the first token: Id for a typed tuple.
+  /// The first token as written, but `true` and `false` in lower case.
+  std::string_view text;
+  /// For a typed tuple: the numbers, separated by single blanks. The byte after the numbers is
+  /// readable, as parseTuple requires.
+  std::string_view list;
+  bool hasBackslash = true;    ///< For a string: whether it may contain a backslash.
+  std::size_t bytesAfter = 0;  ///< At least this many bytes after the literal are readable.
+};
 
 /// A statement of a common form. Its views point into the window or, for the words `true`, `false`
 /// and `null`, to constants.
@@ -37,9 +50,8 @@ struct SimpleStatement {
   };
 
   Kind kind = Kind::Comment;
-  const char* end = nullptr;   ///< One past the last character.
-  std::size_t bytesAfter = 0;  ///< Buffered bytes after it, without the last buffered byte.
-  std::int32_t line = 0;       ///< Line of the last character.
+  const char* end = nullptr;  ///< One past the last character.
+  std::int32_t line = 0;      ///< Line of the last character.
   std::int32_t column = 0;
 
   String text;  ///< For a comment: the text. For a declaration: the type.
@@ -50,14 +62,7 @@ struct SimpleStatement {
   /// For a declaration: whether it ends in ":". For an assignment: whether the path begins with
   /// ".".
   bool isWith = false;
-  /// For a value: the type of its first token.
-  Token::Type valueType = Token::Type::Eof;
-  /// For a value: its first token as written, but `true` and `false` in lower case.
-  std::string_view value;
-  bool hasBackslash = false;  ///< For a string: whether it contains a backslash.
-  /// For a value `keyword(numbers)`: the numbers, separated by single blanks. The byte after the
-  /// numbers is readable, as parseTuple requires.
-  std::string_view list;
+  Literal literal;  ///< For a value.
   /// For a reference: the node, or empty for `null`. For a connection: the node, or "null".
   std::string_view source;
   String output;  ///< For a connection: the output. Empty for `null`.
