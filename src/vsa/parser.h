@@ -161,7 +161,7 @@ class VsaParser {
   void assign(const SimpleStatement& statement);
   void assignInLibrary(const SimpleStatement& statement, INode& node);
   void setLink(const SimpleStatement& statement, IInput& input);
-  bool convert(const Literal& literal, AttrData& data);
+  bool convert(const ScalarLiteral& literal, AttrData& data);
 
   void recordComment(const String& comment);
   void declareNode(const String& type, const String& name, bool isWith);

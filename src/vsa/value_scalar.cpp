@@ -112,7 +112,7 @@ void VsaParser::hold(void* memory, std::uint64_t bytes) {
 }
 
 // Stores the value of a literal. Returns false if it does not convert.
-bool VsaParser::convert(const Literal& literal, AttrData& data) {
+bool VsaParser::convert(const ScalarLiteral& literal, AttrData& data) {
   const bool hasWindow = literal.bytesAfter >= numbers::FIELD_WINDOW;
   switch (literal.type) {
     case Type::Int:

@@ -27,7 +27,7 @@
 namespace zn::korvo_sdk::impl {
 
 /// A scalar literal. Its views point into the text or, for `true` and `false`, to constants.
-struct Literal {
+struct ScalarLiteral {
   Token::Type type = Token::Type::Eof;  ///< The type of the first token: Id for a typed tuple.
   /// The first token as written, but `true` and `false` in lower case.
   std::string_view text;
@@ -62,7 +62,7 @@ struct SimpleStatement {
   /// For a declaration: whether it ends in ":". For an assignment: whether the path begins with
   /// ".".
   bool isWith = false;
-  Literal literal;  ///< For a value.
+  ScalarLiteral literal;  ///< For a value.
   /// For a reference: the node, or empty for `null`. For a connection: the node, or "null".
   std::string_view source;
   String output;  ///< For a connection: the output. Empty for `null`.
